@@ -1,0 +1,26 @@
+# Every dependency comes from the distribution's packages; nothing is fetched or vendored.
+set(THREADS_PREFER_PTHREAD_FLAG ON)
+find_package(Threads REQUIRED)
+find_package(Boost 1.81 REQUIRED)
+find_package(pugixml REQUIRED)
+find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets)
+if(ZEL_TESTS)
+  find_package(GTest REQUIRED)
+  find_package(Qt6 6.4 REQUIRED COMPONENTS Test)
+endif()
+if(ZEL_BENCHMARKS)
+  find_package(benchmark REQUIRED)
+endif()
+
+# Signals2, Asio and Boost.JSON ask for this much in headers alone; the two that bring source are compiled once, where
+# they are used.
+add_library(zel_boost INTERFACE)
+target_link_libraries(zel_boost INTERFACE Boost::headers)
+target_compile_definitions(zel_boost INTERFACE BOOST_ALL_NO_LIB BOOST_ERROR_CODE_HEADER_ONLY)
+
+find_path(ZEL_VST3_SDK pluginterfaces/vst/ivsteditcontroller.h
+          PATHS /usr/share/juce/modules/juce_audio_processors/format_types/VST3_SDK
+          DOC "Folder of the VST3 SDK's interface headers")
+if(NOT ZEL_VST3_SDK)
+  message(FATAL_ERROR "The VST3 SDK's headers were not found: install juce-modules-source-data or set ZEL_VST3_SDK")
+endif()

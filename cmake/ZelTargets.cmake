@@ -1,0 +1,36 @@
+# One way to declare each kind of target, so that a folder's own list says only what is particular to it.
+
+# zel_sources(<variable> <folder>): the sources of a folder for this platform. Files named …_posix, …_linux, …_win32 and
+# …_macos belong to one platform.
+function(zel_sources variable folder)
+  file(GLOB sources CONFIGURE_DEPENDS ${folder}/*.cpp)
+  if(WIN32)
+    list(FILTER sources EXCLUDE REGEX "_(posix|linux|macos)\\.cpp$")
+  else()
+    list(FILTER sources EXCLUDE REGEX "_(win32|macos)\\.cpp$")
+  endif()
+  set(${variable} ${sources} PARENT_SCOPE)
+endfunction()
+
+# zel_framework(<name> PUBLIC <libs…> PRIVATE <libs…>): a shared library from src/*.cpp with headers in include/.
+function(zel_framework name)
+  cmake_parse_arguments(ARG "" "" "PUBLIC;PRIVATE" ${ARGN})
+  zel_sources(sources ${CMAKE_CURRENT_SOURCE_DIR}/src)
+  add_library(${name} SHARED ${sources})
+  target_include_directories(${name}
+    PUBLIC $<BUILD_INTERFACE:${CMAKE_CURRENT_SOURCE_DIR}/include> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>
+    PRIVATE ${CMAKE_CURRENT_SOURCE_DIR}/src)
+  target_compile_definitions(${name} PRIVATE ZEL_BUILDING_${name})
+  target_link_libraries(${name} PUBLIC ${ARG_PUBLIC} PRIVATE ${ARG_PRIVATE} $<BUILD_INTERFACE:zel_warnings>)
+  set_target_properties(${name} PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
+endfunction()
+
+# zel_unit_test(<name> <libs…>): a test program from this folder's sources, every test of it registered with CTest. Runs
+# without a display.
+function(zel_unit_test name)
+  zel_sources(sources ${CMAKE_CURRENT_SOURCE_DIR})
+  add_executable(${name} ${sources})
+  target_link_libraries(${name} PRIVATE ${ARGN} zel_test_support GTest::gmock GTest::gtest zel_warnings)
+  add_test(NAME ${name} COMMAND ${name} --gtest_brief=1)
+  set_tests_properties(${name} PROPERTIES LABELS unit TIMEOUT 300 ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+endfunction()

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <zelaudiofilterhost/PluginFingerprint.h>
+#include <zelaudiofilterhost/PluginLocator.h>
+
+namespace zelaudiofilterhost {
+
+/// A candidate that was looked at and is no working plug-in. Remembered, so that the next scan of new plug-ins passes it
+/// over until its file changes.
+struct PluginScanFailure {
+    PluginLocator locator;
+    PluginFingerprint fingerprint;
+    ustring reason;  ///< in plain words, in English: "built for another processor (AArch64)"
+
+    bool operator==(const PluginScanFailure&) const = default;
+};
+
+}  // namespace zelaudiofilterhost

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstddef>
+#include <limits>
+#include <new>
+
+#include <zelcore/Export.h>
+
+namespace zelcore {
+namespace utility {
+
+/// The allocator behind the system's strings: small blocks come from pools shared by all threads, large ones from the
+/// heap. The pools live until the process ends, so that strings of static objects may be destroyed at any time.
+class ZELCORE_API SmallBlockAllocator {
+public:
+    /// Returns a block of `size` bytes aligned for any fundamental type. Throws std::bad_alloc. Any thread.
+    static void* Allocate(std::size_t size);
+
+    /// Gives back a block of exactly the `size` that it was allocated with. Any thread.
+    static void Deallocate(void* block, std::size_t size) noexcept;
+
+    /// The standard-library face of the allocator. Stateless: every instance can free what another one allocated.
+    template <typename T>
+    class STLAllocator {
+    public:
+        typedef T value_type;
+
+        STLAllocator() noexcept = default;
+        template <typename U>
+        STLAllocator(const STLAllocator<U>&) noexcept {}
+
+        T* allocate(std::size_t count) {
+            if (count > std::numeric_limits<std::size_t>::max() / sizeof(T)) throw std::bad_alloc();
+            return static_cast<T*>(SmallBlockAllocator::Allocate(count * sizeof(T)));
+        }
+        void deallocate(T* block, std::size_t count) noexcept {
+            SmallBlockAllocator::Deallocate(block, count * sizeof(T));
+        }
+
+        template <typename U>
+        bool operator==(const STLAllocator<U>&) const noexcept {
+            return true;
+        }
+    };
+};
+
+}  // namespace utility
+}  // namespace zelcore

@@ -34,3 +34,13 @@ function(zel_unit_test name)
   add_test(NAME ${name} COMMAND ${name} --gtest_brief=1)
   set_tests_properties(${name} PROPERTIES LABELS unit TIMEOUT 300 ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
 endfunction()
+
+# zel_threaded(<test>): the test is of code that several threads run, and is run under ThreadSanitizer as well (label
+# "threaded"; the target threaded_tests builds all of these). Call it where the test was added.
+function(zel_threaded name)
+  set_property(TEST ${name} APPEND PROPERTY LABELS threaded)
+  if(NOT TARGET threaded_tests)
+    add_custom_target(threaded_tests)
+  endif()
+  add_dependencies(threaded_tests ${name})
+endfunction()

@@ -42,14 +42,11 @@ protected:
     ~PluginModuleInfo() override;
 
 private:
-    friend class PluginModuleInfoManager;
-
     PluginLocator mLocator;
     PluginFingerprint mFingerprint;
     ustring mName;
     std::vector<PluginComponentInfo> mComponents;
     bool mEnabled;
-    bool mUnsaved;
 };
 
 }  // namespace zelaudiofilterhost

@@ -9,8 +9,9 @@ namespace zelcore {
 namespace debug {
 
 /// Developer settings by name: lines `name=value` of "DebugDatabase.txt" in the preferences folder, read once at first
-/// use; `#` starts a comment line. The environment variable ZEL_DEBUG_<name, with every character but letters and
-/// digits as _> wins over the file. Main thread only.
+/// use; `#` starts a comment line, spaces around name and value do not count, and the last line of a name wins. Lines
+/// of another form are ignored, and so is a file larger than 1 MiB. The environment variable ZEL_DEBUG_<name> (every
+/// character of the name but ASCII letters and digits written as "_") wins over the file. Main thread only.
 class ZELCORE_API DebugDatabase {
 public:
     static DebugDatabase& Instance();

@@ -16,7 +16,8 @@ public:
     typedef unsigned long Id;
 
     /// Runs `function` on the main thread, later, in the order of posting. Any thread. What is still waiting when the
-    /// loop goes is dropped without being called, on the main thread.
+    /// loop goes is dropped without being called, on the main thread. Implementations only put the call into a queue:
+    /// AsyncCallFromMainThread and Install hold a lock of their own meanwhile.
     virtual void Post(const Function& function) = 0;
 
     /// Calls `function` every `milliseconds` (at least 1) until StopTimer. Main thread.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <map>
 #include <stdexcept>
 #include <string>
@@ -30,6 +31,10 @@ public:
 /// How deep a tree may nest; deeper ones are refused in both directions.
 constexpr unsigned kMaxDepth = 32;
 
+/// How many values (containers included) FromJson reads from one text, so that a small hostile text does not grow into
+/// a tree that fills the memory.
+constexpr std::size_t kMaxValues = 1u << 20;
+
 /// Makes the tree of a call: an object with "method" (text) and "params" (`parameters`, an Array).
 ZELCORE_API Variant BuildCall(const std::string& methodName, const boost::any& parameters);
 
@@ -53,8 +58,9 @@ ZELCORE_API void SetInObject(boost::any& object, const std::string& key, const b
 /// foreign type, an infinite number or too much depth.
 ZELCORE_API std::string ToJson(const boost::any& value);
 
-/// Reads JSON. Whole numbers become `int32_t` where they fit, else `int64_t`. Throws SerializationError, also for
-/// whatever follows the value, for bad UTF-8 and for too much depth.
+/// Reads JSON. Whole numbers become `int32_t` where they fit, else `int64_t`, else `double`. Of two members of one name
+/// the last one counts. Throws SerializationError, also for whatever follows the value, for bad UTF-8, for numbers too
+/// large for a `double`, for too many values and for too much depth.
 ZELCORE_API boost::any FromJson(std::string_view text);
 
 }  // namespace serialization

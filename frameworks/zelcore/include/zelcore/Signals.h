@@ -3,6 +3,7 @@
 #include <boost/signals2/connection.hpp>
 #include <boost/signals2/dummy_mutex.hpp>
 #include <boost/signals2/signal.hpp>
+#include <boost/signals2/signal_type.hpp>
 #include <boost/signals2/trackable.hpp>
 
 /// The names of Boost.Signals version 1 over its successor. Boost has not shipped them since 1.69, so these add nothing

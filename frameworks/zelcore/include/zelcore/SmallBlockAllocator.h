@@ -9,8 +9,9 @@
 namespace zelcore {
 namespace utility {
 
-/// The allocator behind the system's strings: small blocks come from pools shared by all threads, large ones from the
-/// heap. The pools live until the process ends, so that strings of static objects may be destroyed at any time.
+/// The allocator behind the system's strings. It keeps nothing of its own beside the platform's heap, whose caches for
+/// small blocks measured faster than pools shared by all threads; strings of static objects may be destroyed at any
+/// time.
 class ZELCORE_API SmallBlockAllocator {
 public:
     /// Returns a block of `size` bytes aligned for any fundamental type. Throws std::bad_alloc. Any thread.

@@ -34,7 +34,8 @@ public:
 
     /// Sends a call made with zelcore::serialization::BuildCall and returns its id. `timeoutMilliseconds` 0 waits as
     /// long as the connection stands; a reply that comes after its time is ignored. Throws
-    /// zelcore::serialization::SerializationError for a request that cannot be written.
+    /// zelcore::serialization::SerializationError for a request that cannot be written or is too long for a frame. On a
+    /// session whose transport has ended there is no I/O thread any more: `onError` then runs before this returns.
     int SendRequest(const boost::shared_ptr<boost::any>& request, const ReplyHandler& onReply,
                     const ErrorHandler& onError, int timeoutMilliseconds);
 

@@ -16,14 +16,20 @@ class Session;
 namespace zelmarshal {
 
 /// The answering side of JSON-RPC 2.0 over a session. Malformed requests get the protocol's error replies; a frame that
-/// is not JSON at all gets one and the session closes.
+/// is not JSON at all gets one and the session closes. Batches are not spoken and count as malformed; a request without
+/// an id is a notification and gets no reply. A request whose answer is let go of unused is answered with
+/// kErrorInternal.
+///
+/// Letting go of a server lets go of its session. No method and no closed handler starts after the destructor has
+/// returned on another thread than the I/O thread, or at all after it was released from one of them.
 class ZELMARSHAL_API RPCServer {
 public:
     /// Answers one request, from any thread, once; later calls of the same answer are ignored. An answer that comes
     /// after the session has closed is dropped.
     class ZELMARSHAL_API Answer {
     public:
-        /// `value` becomes the member "value" of the reply.
+        /// `value` becomes the member "value" of the reply; one that cannot be written, or is too long for a frame, is
+        /// answered with kErrorInternal.
         void Reply(const boost::any& value) const;
         void Fail(int code, const std::string& message) const;
 

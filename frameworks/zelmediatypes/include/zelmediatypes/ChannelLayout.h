@@ -15,8 +15,8 @@ public:
     ChannelLayout();
     explicit ChannelLayout(const std::vector<ChannelLabel>& labels);
 
-    /// `count` channels with the usual labels of that many: mono, stereo, 3.0, quad, 5.0, 5.1, 6.1, 7.1, 7.1.2 (10), 7.1.4
-    /// (12); any other count gives discrete channels.
+    /// `count` channels with the usual labels of that many: mono, stereo, 3.0, quad, 5.0, 5.1, 6.1, 7.1, 7.1.2
+    /// (10), 7.1.4 (12); any other count gives discrete channels.
     static ChannelLayout ForChannelCount(std::size_t count);
     /// The layout of a name as commands and files write it: "mono", "stereo", "quad", "5.1", "7.1.4", …, or a number of
     /// discrete channels ("16", at most 64). No channels for anything else.

@@ -12,8 +12,8 @@ enum class PeerOwner {
 };
 
 /// Looks up who holds the far end of the loopback TCP connection whose far end has port `peerPort` and whose near end
-/// has port `ownPort`. `expectedProcess` 0 means any process of this user. Any thread; reads the system's tables anew at
-/// each call.
+/// has port `ownPort`. `expectedProcess` 0 means any process of this user. Any thread; reads the system's tables anew
+/// at each call.
 ZELTRANSPORT_API PeerOwner LookUpPeer(unsigned short peerPort, unsigned short ownPort, unsigned long expectedProcess);
 
 }  // namespace zeltransport

@@ -43,15 +43,16 @@ public:
     /// std::invalid_argument otherwise).
     static boost::shared_ptr<SocketTransport> Create(int threadCount);
 
-    /// Starts a connection to `host` (a numeric address) and returns at once. The session connects in the background and
-    /// retries while the peer is not listening yet, up to the options' time; then it closes.
+    /// Starts a connection to `host` (a numeric address) and returns at once. The session connects in the background
+    /// and retries while the peer is not listening yet, up to the options' time; then it closes.
     virtual boost::shared_ptr<Session> ClientStart(const std::string& host, unsigned short port) = 0;
     virtual boost::shared_ptr<Session> ClientStart(const std::string& host, unsigned short port,
                                                    const ClientOptions& options) = 0;
 
     /// Listens on the loopback interface. `onAccept` gets each accepted session, which lives while somebody holds it;
     /// `onFailed` runs once if the port cannot be had in time; `onListening` (may be empty) once when it can. All three
-    /// run on the I/O thread. Port 0 takes a free one, see GetListeningPort.
+    /// run on the I/O thread. Port 0 takes a free one, see GetListeningPort. Once per transport (throws
+    /// std::logic_error otherwise).
     virtual void ServerStart(unsigned short port, const ServerOptions& options, const AcceptHandler& onAccept,
                              const ListenFailedHandler& onFailed, const ListeningHandler& onListening) = 0;
     /// The port that is listened on, 0 when none is.

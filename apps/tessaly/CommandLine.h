@@ -1,0 +1,39 @@
+#pragma once
+
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace tessaly {
+
+/// What the user asked for on the command line.
+struct CommandLine {
+    enum Command { kHelp, kScan, kList };
+
+    Command command = kHelp;
+    bool inProcess = false;  ///< --in-process: load the plug-ins in this process
+    bool rescan = false;     ///< --rescan: also what is known and unchanged
+    bool json = false;       ///< --json: print for programs
+    std::vector<std::string> folders;
+
+    /// Thrown for arguments that make no sense; the text tells which.
+    class Error : public std::runtime_error {
+    public:
+        explicit Error(const std::string& message) : std::runtime_error(message) {}
+    };
+
+    /// `arguments` without the program's name. Throws Error.
+    static CommandLine Parse(const std::vector<std::string>& arguments);
+
+    static const char* GetUsage();
+};
+
+/// How the program ends.
+enum ExitCode {
+    kExitDone = 0,
+    kExitFailed = 1,      ///< something went wrong that a message explains
+    kExitUsage = 2,       ///< the command line made no sense
+    kExitIncomplete = 3,  ///< the scan ended, or was cancelled, before every plug-in was looked at
+};
+
+}  // namespace tessaly

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+#include <zelcore/ustring.h>
+
+namespace tessaly {
+
+/// Text on its way to a terminal. What plug-ins call themselves is not to be trusted with one.
+class TerminalText {
+public:
+    static std::string FromText(const zelcore::ustring& text);
+    /// Control characters become question marks.
+    static std::string MakePrintable(const std::string& text);
+    /// Columns that UTF-8 text takes, counting each character as one.
+    static std::size_t GetWidth(const std::string& text);
+};
+
+}  // namespace tessaly

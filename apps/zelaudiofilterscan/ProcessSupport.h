@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+namespace zelaudiofilterscan {
+
+/// What the scanner asks of its platform.
+class ProcessSupport {
+public:
+    /// Prepares a process that serves a client: it ends with the process that started it, leaves no core files, and its
+    /// standard streams lead nowhere (or to the file that ZEL_SCANNER_LOG names), so that plug-ins may print what they
+    /// like. First thing in main.
+    static void PrepareServer();
+
+    /// Prepares a process run by hand: whatever plug-ins print goes to the error stream, and the returned descriptor
+    /// leads to what was the output stream.
+    static int PrepareManual();
+    /// Writes to a descriptor of PrepareManual.
+    static void Write(int descriptor, const std::string& text);
+
+    /// The process that started this one.
+    static unsigned long GetStarter();
+    /// Whether the process that started this one has gone.
+    static bool IsOrphaned();
+    /// Memory of this process that is in use now.
+    static std::size_t GetResidentMegabytes();
+    /// Waits until no other scanner works for the profile in `folder`, then keeps it to itself until this process ends:
+    /// the result file is shared by all who use the profile. False when the folder cannot be opened.
+    static bool LockProfile(const std::string& folder);
+    /// Ends the process here and now, without running anything that a plug-in may have left behind.
+    [[noreturn]] static void EndNow(int exitCode);
+};
+
+}  // namespace zelaudiofilterscan

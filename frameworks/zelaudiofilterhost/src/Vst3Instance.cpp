@@ -1,0 +1,81 @@
+#include "Vst3Instance.h"
+
+#include <pluginterfaces/vst/ivstaudioprocessor.h>
+#include <zelaudiofilterhost/PluginDescription.h>
+
+#include "PluginCall.h"
+#include "Vst3HostContext.h"
+
+namespace zelaudiofilterhost {
+
+using Steinberg::kResultOk;
+using Steinberg::Vst::IAudioProcessor;
+using Steinberg::Vst::IComponent;
+using Steinberg::Vst::IConnectionPoint;
+using Steinberg::Vst::IEditController;
+
+template <typename T>
+bool Vst3Instance::Part<T>::Initialize() {
+    initialized = CallPlugin("when it was opened",
+                             [this] { return object->initialize(Vst3HostContext::GetUnknown()) == kResultOk; });
+    return initialized;
+}
+
+template <typename T>
+void Vst3Instance::Part<T>::End() noexcept {
+    if (initialized) CallPluginQuietly([this] { object->terminate(); });
+    initialized = false;
+}
+
+Vst3Instance::Vst3Instance(std::shared_ptr<Vst3Module> module, const Vst3Class& effectClass,
+                           Steinberg::Vst::IComponentHandler& handler)
+    : mModule(std::move(module)) {
+    mComponent.object = mModule->Make<IComponent>(effectClass.id.data(), Steinberg::Vst::IComponent_iid);
+    if (!mComponent.object) throw PluginLoadError("could not make its effect");
+    if (!mComponent.Initialize()) throw PluginLoadError("refused to be opened");
+    const bool processes = CallPlugin("when it was opened", [this] {
+        return bool(Vst3Ptr<IAudioProcessor>::Query(mComponent.object.Get(), Steinberg::Vst::IAudioProcessor_iid));
+    });
+    if (!processes) throw PluginLoadError("its effect processes no audio");
+    CallPlugin("when it was opened", [this, &handler] {
+        MakeController();
+        if (!mController.object) return;
+        mController.object->setComponentHandler(&handler);
+        Connect();
+    });
+}
+
+Vst3Instance::~Vst3Instance() {
+    Disconnect();
+    if (mController.object) {
+        CallPluginQuietly([this] { mController.object->setComponentHandler(nullptr); });
+    }
+}
+
+void Vst3Instance::MakeController() {
+    // One object may be both; it is initialised by now.
+    mController.object = Vst3Ptr<IEditController>::Query(mComponent.object.Get(), Steinberg::Vst::IEditController_iid);
+    if (mController.object) return;
+    Steinberg::TUID classId = {};
+    if (mComponent.object->getControllerClassId(classId) != kResultOk) return;
+    mController.object = mModule->Make<IEditController>(classId, Steinberg::Vst::IEditController_iid);
+    if (mController.object && !mController.Initialize()) mController.object.Reset();
+}
+
+void Vst3Instance::Connect() {
+    // An object that is both halves needs no wire to itself.
+    if (!mController.initialized) return;
+    mComponentPoint = Vst3Ptr<IConnectionPoint>::Query(mComponent.object.Get(), Steinberg::Vst::IConnectionPoint_iid);
+    mControllerPoint = Vst3Ptr<IConnectionPoint>::Query(mController.object.Get(), Steinberg::Vst::IConnectionPoint_iid);
+    if (!mComponentPoint || !mControllerPoint) return;
+    mComponentPoint->connect(mControllerPoint.Get());
+    mControllerPoint->connect(mComponentPoint.Get());
+}
+
+void Vst3Instance::Disconnect() noexcept {
+    if (!mComponentPoint || !mControllerPoint) return;
+    CallPluginQuietly([this] { mComponentPoint->disconnect(mControllerPoint.Get()); });
+    CallPluginQuietly([this] { mControllerPoint->disconnect(mComponentPoint.Get()); });
+}
+
+}  // namespace zelaudiofilterhost

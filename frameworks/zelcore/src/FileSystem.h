@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string_view>
+
+#include <zelcore/ustring.h>
+
+namespace zelcore {
+namespace filesupport {
+
+/// The platform's file operations, with full paths. Any thread. Those that fail throw FileError; those that ask answer
+/// false for what they cannot reach.
+
+bool IsRegularFile(const ustring& path);
+bool IsFolder(const ustring& path);
+void DeleteRegularFile(const ustring& path);
+/// Makes one folder for the current user only. A folder that is there already, or that somebody else makes meanwhile,
+/// is fine.
+void MakeFolder(const ustring& path);
+/// Makes `bytes` the content of the file in one step for whoever looks. Links are followed.
+void ReplaceFile(const ustring& path, std::string_view bytes);
+/// Renames a file. Returns false when `to` is taken; nothing is ever replaced.
+bool RenameToFreeName(const ustring& from, const ustring& to);
+/// The platform's number for "the file is too large".
+extern const int kFileTooLargeError;
+
+}  // namespace filesupport
+}  // namespace zelcore

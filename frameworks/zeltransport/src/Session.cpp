@@ -1,0 +1,7 @@
+#include <zeltransport/Session.h>
+
+namespace zeltransport {
+
+Session::~Session() = default;
+
+}  // namespace zeltransport

@@ -1,0 +1,7 @@
+#include "PlatformChoice.h"
+
+namespace zelui {
+
+QByteArray ChoosePlatform() { return QByteArray(); }
+
+}  // namespace zelui

@@ -1,0 +1,184 @@
+#include <zelaudiofilterhostui/AudioPluginScan.h>
+
+#include <exception>
+
+#include <boost/bind/bind.hpp>
+#include <zelaudiofilterhost/BannedPluginManager.h>
+#include <zelaudiofilterhost/PluginModuleInfoManager.h>
+#include <zelaudiofilterhost/PluginModuleScanner.h>
+#include <zelcore/DebugDatabase.h>
+#include <zelcore/FileError.h>
+#include <zelcore/FileUtils.h>
+#include <zelcore/Localizer.h>
+#include <zelcore/Utf.h>
+#include <zelui/MessageBox.h>
+#include <zelui/UI_ProgressDialog.h>
+
+namespace zelaudiofilterhostui {
+
+using zelaudiofilterhost::BannedPluginManager;
+using zelaudiofilterhost::PluginModuleInfoManager;
+using zelaudiofilterhost::PluginModuleScanner;
+using zelcore::filesupport::Dir;
+using zelcore::filesupport::File;
+using zelcore::utility::AsciiToUTF16;
+using zelui::dialogs::UI_ProgressDialog;
+using zelui::ui::UI_DialogViewContainer;
+
+namespace {
+
+const ustring kMarkerFileName = AsciiToUTF16("ScannedPluginPath.txt");
+
+File GetCatalogueFile() { return File(Dir::PrefDir(), PluginModuleInfoManager::GetInstance().GetSettingsFileName()); }
+
+void SaveCatalogue() {
+    File file = GetCatalogueFile();
+    PluginModuleInfoManager::GetInstance().SaveConfiguration(file, true);
+}
+
+void DeleteMarker() {
+    const File marker = AudioPluginScan::GetLastScannedPluginPath();
+    if (marker.Exists()) marker.Delete();
+}
+
+/// Sees an in-process scan to its end on every way out: a scan that an exception ends must not leave a marker that
+/// blames a plug-in which never ran, nor a dialog without an owner.
+class InProcessScan {
+public:
+    InProcessScan(const std::vector<PluginLocator>& locators, const boost::intrusive_ptr<UI_ProgressDialog>& dialog)
+        : mScanner(new PluginModuleScanner(locators, false)), mDialog(dialog), mExceptions(std::uncaught_exceptions()) {
+        mScanner->BeginScan();
+    }
+    ~InProcessScan() {
+        mScanner->EndScan();
+        mDialog->UI_Close(UI_DialogViewContainer::kResponseOK);
+        mDialog->SetPostCloseCallback(UI_ProgressDialog::PostCloseCallback());
+        if (std::uncaught_exceptions() > mExceptions) DeleteMarkerQuietly();
+    }
+    InProcessScan(const InProcessScan&) = delete;
+    InProcessScan& operator=(const InProcessScan&) = delete;
+
+    PluginModuleScanner& GetScanner() { return *mScanner; }
+
+private:
+    static void DeleteMarkerQuietly() {
+        try {
+            DeleteMarker();
+        } catch (const zelcore::filesupport::FileError&) {
+            // The exception on its way tells the host of the folder's trouble already.
+        }
+    }
+
+    boost::intrusive_ptr<PluginModuleScanner> mScanner;
+    boost::intrusive_ptr<UI_ProgressDialog> mDialog;
+    int mExceptions;
+};
+
+}  // namespace
+
+AudioPluginScan::AudioPluginScan(const zelui::drawbot::SupplierInterface* supplier)
+    : mSupplier(supplier), mCancelled(false) {}
+
+AudioPluginScan::~AudioPluginScan() = default;
+
+File AudioPluginScan::GetLastScannedPluginPath() { return File(Dir::PrefDir(), kMarkerFileName); }
+
+void AudioPluginScan::ScanForPlugins(HWND parentWindow, bool rescanExisting, bool separateProcess) {
+    PluginModuleInfoManager& catalogue = PluginModuleInfoManager::GetInstance();
+    std::vector<PluginLocator> removed;
+    const std::vector<PluginLocator> candidates = catalogue.CollectPotentialPlugins(!rescanExisting, removed);
+    catalogue.RemovePluginLocators(removed);
+    ScanForPlugins(parentWindow, candidates, separateProcess);
+}
+
+void AudioPluginScan::ScanForPlugins(HWND parentWindow, const std::vector<PluginLocator>& locators,
+                                     bool separateProcess) {
+    mCancelled = false;
+    const ProgressDialogPtr dialog(new UI_ProgressDialog(
+        mSupplier, zelcore::config::Localize("$$$/AudioPluginManager/ScanAudioPlugIns=Scanning Audio Plug-Ins"),
+        ustring(), parentWindow, false, true));
+    // What is about to be scanned leaves the catalogue first, so that only what the scan finds comes back.
+    PluginModuleInfoManager::GetInstance().RemovePluginLocators(locators);
+    if (separateProcess)
+        ScanInSeparateProcess(locators, dialog);
+    else
+        ScanInProcess(locators, dialog);
+
+    DeleteMarker();
+    SaveCatalogue();
+    PluginModuleInfoManager::GetInstance().GetPluginInfosChangedSignal()();
+}
+
+void AudioPluginScan::ScanInProcess(const std::vector<PluginLocator>& locators, const ProgressDialogPtr& dialog) {
+    dialog->SetPostCloseCallback(boost::bind(&AudioPluginScan::OnProgressPostClose, this, boost::placeholders::_1));
+    dialog->UI_ShowModeless();
+    InProcessScan scan(locators, dialog);
+    for (;;) {
+        PluginLocator locator;
+        ustring text;
+        int current = 0;
+        int total = 0;
+        if (!scan.GetScanner().GetCurrentProgressInfo(locator, text, current, total)) break;
+        if (!ScanProgressCallback(locator, text, current, total, dialog)) break;
+        if (!scan.GetScanner().ContinueScan()) break;
+    }
+}
+
+bool AudioPluginScan::ScanProgressCallback(const PluginLocator& locator, const ustring& progressText, int current,
+                                           int total, ProgressDialogPtr dialog) {
+    // The marker comes before everything that could fail in the plug-in.
+    zelcore::utility::FileUtils::SimpleWriteStringToFile(GetLastScannedPluginPath().FullPath(),
+                                                         zelcore::utility::UTF16to8(locator.ToString()));
+    if (dialog) {
+        const ustring name = PluginModuleInfoManager::GetInstance().GetDisplayStringForLocator(locator);
+        dialog->SetExtraText(name + progressText);
+        dialog->SetProgress(static_cast<unsigned long>(current), static_cast<unsigned long>(total), ustring());
+        dialog->UI_IdleUpdate();
+    }
+    if (zelcore::debug::DebugDatabase::Instance().GetEntry("DebugPluginLoading", "") == "true") {
+        // A developer's aid, hence not in the user's language.
+        zelui::dialogs::messagebox::ShowNote(mSupplier, AsciiToUTF16("Scanning"), locator.GetPath(),
+                                             dialog ? dialog->UI_GetPlatformWindow() : nullptr);
+    }
+    // What was scanned so far is on disk if this plug-in brings the application down.
+    SaveCatalogue();
+    return !mCancelled;
+}
+
+bool AudioPluginScan::OnProgressPostClose(UI_DialogViewContainer::Response response) {
+    mCancelled = response == UI_DialogViewContainer::kResponseCancel;
+    return false;
+}
+
+void AudioPluginScan::ScanInSeparateProcess(const std::vector<PluginLocator>& locators,
+                                            const ProgressDialogPtr& dialog) {
+    // The scanner starts from the catalogue as it is now.
+    File catalogueFile = GetCatalogueFile();
+    PluginModuleInfoManager::GetInstance().SaveConfiguration(catalogueFile, true);
+
+    const BannedPluginManager& bans = BannedPluginManager::GetInstance();
+    const File banned(Dir::PrefDir(), bans.GetSettingsFileName());
+    const File permanentBanned(Dir::PrefDir(), bans.GetPermanentBannedSettingsFileName());
+    using namespace boost::placeholders;
+    if (!mExternalScan.Scan(catalogueFile.FullPath(), banned.FullPath(), permanentBanned.FullPath(), locators,
+                            boost::bind(&AudioPluginScan::ExternalScanProgressCallback, this, _1, _2, _3, _4, dialog)))
+        return;
+    dialog->UI_RunModal();
+    mExternalScan.Stop();
+    // Descriptions that arrived before the stop are still on their way to the catalogue; they are to be saved with it.
+    dialog->UI_IdleUpdate();
+}
+
+void AudioPluginScan::ExternalScanProgressCallback(const PluginLocator& locator, const ustring& progressText,
+                                                   int current, int total, ProgressDialogPtr dialog) {
+    if (!dialog) return;
+    if (current > total) {
+        dialog->UI_Close(UI_DialogViewContainer::kResponseOK);
+        return;
+    }
+    const ustring name = PluginModuleInfoManager::GetInstance().GetDisplayStringForLocator(locator);
+    dialog->SetExtraText(name + progressText);
+    dialog->SetProgress(static_cast<unsigned long>(current), static_cast<unsigned long>(total), ustring());
+}
+
+}  // namespace zelaudiofilterhostui

@@ -1,0 +1,58 @@
+#include "ChildRun.h"
+
+#include <cstdio>
+#include <fcntl.h>
+#include <fstream>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "support/WaitFor.h"
+
+namespace zeltests {
+
+ChildRun::ChildRun(const std::function<int()>& body) : mProcess(-1), mState("runs") {
+    std::fflush(nullptr);
+    mProcess = fork();
+    if (mProcess != 0) return;
+    const int nowhere = open("/dev/null", O_WRONLY);
+    dup2(nowhere, STDOUT_FILENO);
+    dup2(nowhere, STDERR_FILENO);
+    _exit(body());
+}
+
+ChildRun::~ChildRun() {
+    if (GetState() != "runs") return;
+    kill(mProcess, SIGKILL);
+    waitpid(mProcess, nullptr, 0);
+}
+
+std::string ChildRun::GetState() {
+    int status = 0;
+    if (mState != "runs" || waitpid(mProcess, &status, WNOHANG) != mProcess) return mState;
+    if (WIFEXITED(status)) mState = "code " + std::to_string(WEXITSTATUS(status));
+    if (WIFSIGNALED(status)) mState = "signal " + std::to_string(WTERMSIG(status));
+    return mState;
+}
+
+std::string ChildRun::WaitForEnd() {
+    WaitFor([this] { return GetState() != "runs"; });
+    return GetState();
+}
+
+std::size_t ChildRun::GetResidentSize() const {
+    std::ifstream stream("/proc/" + std::to_string(mProcess) + "/statm");
+    std::size_t total = 0;
+    std::size_t resident = 0;
+    stream >> total >> resident;
+    return resident * static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+}
+
+bool ChildRun::IsAsleep() const {
+    std::ifstream stream("/proc/" + std::to_string(mProcess) + "/stat");
+    std::string number, name, state;
+    stream >> number >> name >> state;
+    return state == "S";
+}
+
+}  // namespace zeltests

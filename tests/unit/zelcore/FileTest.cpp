@@ -1,0 +1,106 @@
+#include <cerrno>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <gtest/gtest.h>
+#include <support/ThrowAwayFolder.h>
+#include <zelcore/File.h>
+#include <zelcore/FileError.h>
+#include <zelcore/Utf.h>
+
+using zelcore::ustring;
+using zelcore::filesupport::Dir;
+using zelcore::filesupport::File;
+using zelcore::filesupport::FileError;
+using zelcore::utility::UTF16to8;
+using zelcore::utility::UTF8to16;
+
+namespace {
+
+std::string Title(const char* path) {
+    const zelcore::utf8string title = UTF16to8(File(UTF8to16(path)).GetTitle());
+    return std::string(title.begin(), title.end());
+}
+
+}  // namespace
+
+TEST(FileTest, PathIsFolderAndName) {
+    EXPECT_EQ(File(Dir(UTF8to16("/a/b")), UTF8to16("c")).FullPath(), UTF8to16("/a/b/c"));
+    EXPECT_EQ(File(Dir(UTF8to16("/")), UTF8to16("c")).FullPath(), UTF8to16("/c"));
+    EXPECT_TRUE(File().FullPath().empty());
+    EXPECT_EQ(File(UTF8to16("/a/b/c")), File(Dir(UTF8to16("/a/b/")), UTF8to16("c")));
+}
+
+TEST(FileTest, NameIsBehindTheLastSeparator) {
+    EXPECT_EQ(File(UTF8to16("/usr/lib/vst/Delay.so")).GetName(), UTF8to16("Delay.so"));
+    EXPECT_EQ(File(UTF8to16("Delay.so")).GetName(), UTF8to16("Delay.so"));
+    EXPECT_TRUE(File().GetName().empty());
+}
+
+TEST(FileTest, TitleLacksTheLastExtensionOnly) {
+    EXPECT_EQ(Title("/usr/lib/vst/Delay.so"), "Delay");
+    EXPECT_EQ(Title("/usr/lib/vst.d/Delay"), "Delay");
+    EXPECT_EQ(Title("/x/Delay 1.5.vst3"), "Delay 1.5");
+    EXPECT_EQ(Title("/x/.vst"), ".vst");
+    EXPECT_EQ(Title("/x/.vst.so"), ".vst");
+    EXPECT_EQ(Title("/x/Delay."), "Delay");
+    EXPECT_EQ(Title(""), "");
+}
+
+TEST(FileTest, OnlyRegularFilesAndLinksToThemExist) {
+    const zeltests::ThrowAwayFolder folder;
+    zeltests::WriteFile(folder.Path("file"), "x");
+    ASSERT_EQ(::symlink(folder.Path("file").c_str(), folder.Path("link").c_str()), 0);
+    ASSERT_EQ(::symlink(folder.Path("nowhere").c_str(), folder.Path("dangling").c_str()), 0);
+    ASSERT_EQ(::mkfifo(folder.Path("pipe").c_str(), 0600), 0);
+    EXPECT_TRUE(File(folder.UPath("file")).Exists());
+    EXPECT_TRUE(File(folder.UPath("link")).Exists());
+    EXPECT_FALSE(File(folder.UPath("dangling")).Exists());
+    EXPECT_FALSE(File(folder.UPath("pipe")).Exists());
+    EXPECT_FALSE(File(folder.UPath("missing")).Exists());
+    EXPECT_FALSE(File(folder.GetDir().FullPath()).Exists());
+    EXPECT_FALSE(File().Exists());
+}
+
+TEST(FileTest, PathWithAZeroIsNotTheFileOfItsBeginning) {
+    const zeltests::ThrowAwayFolder folder;
+    zeltests::WriteFile(folder.Path("file"), "x");
+    const File file(folder.UPath("file") + ustring(1, 0) + UTF8to16("rest"));
+    EXPECT_FALSE(file.Exists());
+    EXPECT_THROW(file.Delete(), FileError);
+    EXPECT_TRUE(File(folder.UPath("file")).Exists());
+}
+
+TEST(FileTest, DeletesFilesAndTheLinkRatherThanItsTarget) {
+    const zeltests::ThrowAwayFolder folder;
+    zeltests::WriteFile(folder.Path("f\xC3\xBC"
+                                    "r"),
+                        "x");
+    ASSERT_EQ(::symlink(folder
+                            .Path("f\xC3\xBC"
+                                  "r")
+                            .c_str(),
+                        folder.Path("link").c_str()),
+              0);
+    File(folder.UPath("link")).Delete();
+    const File file(
+        folder.UPath("f\xC3\xBC"
+                     "r"));
+    EXPECT_TRUE(file.Exists());
+    file.Delete();
+    EXPECT_FALSE(file.Exists());
+}
+
+TEST(FileTest, DeletingWhatIsNotThereOrAFolderIsAnError) {
+    const zeltests::ThrowAwayFolder folder;
+    try {
+        File(folder.UPath("missing")).Delete();
+        FAIL() << "was deleted";
+    } catch (const FileError& error) {
+        EXPECT_EQ(error.GetSystemError(), ENOENT);
+        EXPECT_EQ(error.what(), "could not delete '" + folder.Path("missing") + "': No such file or directory");
+    }
+    EXPECT_THROW(File(folder.GetDir().FullPath()).Delete(), FileError);
+    EXPECT_TRUE(folder.GetDir().Exists());
+}

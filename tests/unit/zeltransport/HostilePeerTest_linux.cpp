@@ -1,0 +1,84 @@
+#include <cerrno>
+#include <chrono>
+#include <fstream>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <zeltransport/SocketTransport.h>
+
+#include "LoopbackPair.h"
+#include "RawSocket.h"
+#include "SessionLog.h"
+#include "support/WaitFor.h"
+
+namespace {
+
+using zeltests::Acceptor;
+using zeltests::MakeFrame;
+using zeltests::MakeFrameHeader;
+using zeltests::RawSocket;
+using zeltests::SessionLog;
+using zeltests::WaitFor;
+using zeltransport::kMaxFrameSize;
+
+long GetDataKilobytes() {
+    std::ifstream status("/proc/self/status");
+    std::string word;
+    long kilobytes = 0;
+    while (status >> word) {
+        if (word == "VmData:") status >> kilobytes;
+    }
+    EXPECT_GT(kilobytes, 0);
+    return kilobytes;
+}
+
+TEST(HostilePeerTest, AnnouncementsAloneTakeNoMemory) {
+    zeltransport::ServerOptions options;
+    options.oneClient = false;
+    Acceptor acceptor(options);
+    std::vector<RawSocket> peers;
+    std::vector<boost::shared_ptr<zeltransport::Session>> sessions;
+    std::vector<SessionLog> logs;
+    const long before = GetDataKilobytes();
+    for (int i = 0; i < 64; ++i) {
+        peers.push_back(RawSocket::Connect(acceptor.GetPort()));
+        sessions.push_back(acceptor.WaitForSession());
+        logs.emplace_back(*sessions.back());
+        peers.back().Send(MakeFrame("here") + MakeFrameHeader(static_cast<std::uint32_t>(kMaxFrameSize)) + "few");
+        ASSERT_TRUE(WaitFor([&] { return logs.back().GetFrames().size() == 1; }));
+    }
+    // A gigabyte was announced.
+    EXPECT_LT(GetDataKilobytes() - before, 256 * 1024);
+    for (const auto& session : sessions) EXPECT_TRUE(session->IsOpen());
+}
+
+TEST(HostilePeerTest, APeerThatNobodyListensToIsHeldUpNotStored) {
+    Acceptor acceptor;
+    const RawSocket raw = RawSocket::Connect(acceptor.GetPort());
+    const auto session = acceptor.WaitForSession();
+    const std::string frame = MakeFrame(std::string(1024 * 1024, 'x'));
+    std::size_t sent = 0;
+    auto lastProgress = std::chrono::steady_clock::now();
+    while (sent < 8 * kMaxFrameSize && std::chrono::steady_clock::now() - lastProgress < std::chrono::seconds(1)) {
+        const std::size_t at = sent % frame.size();
+        const ssize_t size = ::send(raw.Get(), frame.data() + at, frame.size() - at, MSG_NOSIGNAL | MSG_DONTWAIT);
+        if (size > 0) {
+            sent += static_cast<std::size_t>(size);
+            lastProgress = std::chrono::steady_clock::now();
+        } else {
+            ASSERT_EQ(EAGAIN, errno);
+            std::this_thread::yield();
+        }
+    }
+    EXPECT_LT(sent, 4 * kMaxFrameSize);
+    EXPECT_GT(sent, kMaxFrameSize);
+    EXPECT_TRUE(session->IsOpen());
+
+    SessionLog log(*session);
+    EXPECT_TRUE(WaitFor([&] { return log.GetFrames().size() == sent / frame.size(); }));
+}
+
+}  // namespace

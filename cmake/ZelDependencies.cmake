@@ -12,11 +12,12 @@ if(ZEL_BENCHMARKS)
   find_package(benchmark REQUIRED)
 endif()
 
+# QT_NO_KEYWORDS: Qt's macro `signals` would tear up the namespace of that name wherever both are included.
 # Signals2, Asio and Boost.JSON ask for this much in headers alone; the two that bring source are compiled once, where
 # they are used.
 add_library(zel_boost INTERFACE)
 target_link_libraries(zel_boost INTERFACE Boost::headers)
-target_compile_definitions(zel_boost INTERFACE BOOST_ALL_NO_LIB BOOST_ERROR_CODE_HEADER_ONLY)
+target_compile_definitions(zel_boost INTERFACE BOOST_ALL_NO_LIB BOOST_ERROR_CODE_HEADER_ONLY QT_NO_KEYWORDS)
 
 find_path(ZEL_VST3_SDK pluginterfaces/vst/ivsteditcontroller.h
           PATHS /usr/share/juce/modules/juce_audio_processors/format_types/VST3_SDK

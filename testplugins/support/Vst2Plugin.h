@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <memory>
 #include <vector>
 
 #include <Vst2Abi.h>
@@ -113,10 +114,9 @@ private:
     static Vst2Plugin& Of(vst2::Effect* effect) { return *static_cast<Vst2Plugin*>(effect->object); }
     static std::intptr_t OnDispatch(vst2::Effect* effect, std::int32_t operation, std::int32_t index,
                                     std::intptr_t value, void* pointer, float number) {
-        Vst2Plugin& plugin = Of(effect);
-        const std::intptr_t answer = plugin.Dispatch(operation, index, value, pointer, number);
-        if (operation == vst2::kClose) delete &plugin;
-        return answer;
+        // Closing deletes the effect, whatever happens meanwhile.
+        const std::unique_ptr<Vst2Plugin> closed(operation == vst2::kClose ? &Of(effect) : nullptr);
+        return Of(effect).Dispatch(operation, index, value, pointer, number);
     }
     static void OnSetParameter(vst2::Effect* effect, std::int32_t index, float value) {
         if (Of(effect).HasParameter(index)) {

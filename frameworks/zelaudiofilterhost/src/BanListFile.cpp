@@ -13,10 +13,11 @@ namespace {
 
 bool ParseList(pugi::xml_document& document, std::string_view text, std::string_view root, std::string_view version) {
     if (text.size() > kMaxBanListSize || text.find('\0') != std::string_view::npos) return false;
-    constexpr unsigned int kOptions = pugi::parse_minimal | pugi::parse_escapes;
+    // As a fragment, text beside the root element is kept, and so noticed.
+    constexpr unsigned int kOptions = pugi::parse_minimal | pugi::parse_escapes | pugi::parse_fragment;
     if (!document.load_buffer(text.data(), text.size(), kOptions, pugi::encoding_utf8)) return false;
-    const pugi::xml_node node = document.document_element();
-    return node.name() == root && node.attribute("version").value() == version;
+    const pugi::xml_node node = document.first_child();
+    return !node.next_sibling() && node.name() == root && node.attribute("version").value() == version;
 }
 
 /// Reads an attribute that may be missing; false when it is there and is no number of that range.

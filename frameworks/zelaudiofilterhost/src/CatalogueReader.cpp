@@ -13,7 +13,8 @@ namespace zelaudiofilterhost {
 
 namespace {
 
-constexpr unsigned int kParseOptions = pugi::parse_minimal | pugi::parse_escapes;
+// As a fragment, text beside the root element is kept, and so noticed.
+constexpr unsigned int kParseOptions = pugi::parse_minimal | pugi::parse_escapes | pugi::parse_fragment;
 
 // More than any list that a person keeps, and no more than a file made to exhaust memory may ask for.
 constexpr std::size_t kMaxFolders = 1024;
@@ -136,9 +137,12 @@ bool IsRightRoot(const pugi::xml_node& node) {
     return node.name() == kCatalogueRoot && Value(node, "version") == kCatalogueVersion;
 }
 
-bool Parse(pugi::xml_document& document, std::string_view text) {
-    if (text.size() > kMaxConfigurationText || text.find('\0') != std::string_view::npos) return false;
-    return document.load_buffer(text.data(), text.size(), kParseOptions, pugi::encoding_utf8);
+/// Parses a text of exactly one element; null when it is anything else.
+pugi::xml_node Parse(pugi::xml_document& document, std::string_view text) {
+    if (text.size() > kMaxConfigurationText || text.find('\0') != std::string_view::npos) return pugi::xml_node();
+    if (!document.load_buffer(text.data(), text.size(), kParseOptions, pugi::encoding_utf8)) return pugi::xml_node();
+    const pugi::xml_node first = document.first_child();
+    return first.type() == pugi::node_element && !first.next_sibling() ? first : pugi::xml_node();
 }
 
 /// Reads a text line by line, so that damage to one line costs that line alone and memory is one line's at a time.
@@ -148,6 +152,8 @@ public:
         while (!text.empty()) {
             const std::size_t end = std::min(text.find('\n'), text.size());
             ReadLine(text.substr(0, end));
+            // What is left of a line that was cut off is not one of those that were saved together.
+            if (mChangesLeft > 0 && end < text.size()) --mChangesLeft;
             text.remove_prefix(std::min(end + 1, text.size()));
         }
         if (mPlace != kBehind) {
@@ -173,24 +179,23 @@ private:
         } else if (mPlace == kBehind || !ReadElementLine(line)) {
             mIsDamaged = true;
         }
-        if (mChangesLeft > 0) --mChangesLeft;
     }
 
     /// Takes the line that opens the root element; false for any other.
     bool ReadRootLine(std::string_view line) {
         if (line.size() < 2 || line.front() != '<' || line.back() != '>' || line[line.size() - 2] == '/') return false;
         const std::string closed = std::string(line.substr(0, line.size() - 1)) + "/>";
-        if (!Parse(mDocument, closed)) return false;
-        mIsForeign = !IsRightRoot(mDocument.first_child());
+        const pugi::xml_node root = Parse(mDocument, closed);
+        if (!root) return false;
+        mIsForeign = !IsRightRoot(root);
         mContent.isCatalogue = !mIsForeign;
         mPlace = kInside;
         return true;
     }
 
     bool ReadElementLine(std::string_view line) {
-        if (!Parse(mDocument, line)) return false;
-        const pugi::xml_node node = mDocument.first_child();
-        if (node.next_sibling()) return false;
+        const pugi::xml_node node = Parse(mDocument, line);
+        if (!node) return false;
         if (std::string_view(node.name()) == "changes") return BeginChanges(node);
         if (!IsRecordName(node.name())) return true;
         CatalogueRecord record;
@@ -221,9 +226,10 @@ private:
 CatalogueContent ReadDocument(std::string_view text) {
     CatalogueContent content;
     pugi::xml_document document;
-    if (!Parse(document, text) || !IsRightRoot(document.document_element())) return content;
+    const pugi::xml_node root = Parse(document, text);
+    if (!IsRightRoot(root)) return content;
     content.isCatalogue = content.isIntact = true;
-    for (const pugi::xml_node& node : document.document_element().children()) {
+    for (const pugi::xml_node& node : root.children()) {
         if (!IsRecordName(node.name())) continue;
         CatalogueRecord record;
         if (ReadRecord(node, record)) {

@@ -92,6 +92,17 @@ void PluginCatalogue::PutChoice(const PluginLocator& locator, bool enabled) {
     MarkUnsaved(slot);
 }
 
+void PluginCatalogue::SetChoice(const PluginLocator& locator, bool enabled) {
+    if (!IsUsable(locator)) return;
+    Slot& slot = SlotOf(locator);
+    if (slot.second.HasInfo()) {
+        mInfos[slot.second.infoPosition]->SetEnabled(enabled);
+    } else {
+        slot.second.isDisabled = !enabled;
+    }
+    MarkUnsaved(slot);
+}
+
 bool PluginCatalogue::FindChoice(const PluginLocator& locator, bool& enabled) const {
     const auto found = mEntries.find(locator);
     if (found == mEntries.end()) return false;

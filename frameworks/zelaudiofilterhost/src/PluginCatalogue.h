@@ -42,6 +42,8 @@ public:
     void PutFailure(const PluginScanFailure& failure);
     /// Forgets what is known of the locator but for the choice.
     void PutChoice(const PluginLocator& locator, bool enabled);
+    /// Puts the choice alone, whatever else is known of the locator.
+    void SetChoice(const PluginLocator& locator, bool enabled);
     /// Whether the user's choice for the locator is known here; it is then put into `enabled`.
     bool FindChoice(const PluginLocator& locator, bool& enabled) const;
     void Remove(const std::vector<PluginLocator>& locators, bool keepChoices);

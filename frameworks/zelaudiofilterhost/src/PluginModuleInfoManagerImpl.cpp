@@ -74,8 +74,8 @@ PluginCatalogue PluginModuleInfoManager::Impl::CatalogueOf(const std::vector<Cat
                 result.PutInfo(record.info, PluginCatalogue::kNewChoice);
                 break;
             case CatalogueRecord::kFailed:
-                result.PutChoice(record.locator, record.enabled);
                 result.PutFailure(record.failure);
+                result.SetChoice(record.locator, record.enabled);
                 break;
             case CatalogueRecord::kChoice:
                 result.PutChoice(record.locator, record.enabled);
@@ -100,10 +100,10 @@ void PluginModuleInfoManager::Impl::AddRecords(const std::vector<CatalogueRecord
             if (!takesChoice) record.info->SetEnabled(true);
             catalogue.PutInfo(record.info, PluginCatalogue::kKnownChoice);
         } else if (record.kind == CatalogueRecord::kFailed) {
-            if (takesChoice) catalogue.PutChoice(record.locator, record.enabled);
             catalogue.PutFailure(record.failure);
-        } else if (record.kind == CatalogueRecord::kChoice && takesChoice && !catalogue.FindFailure(record.locator)) {
-            catalogue.PutChoice(record.locator, record.enabled);
+            if (takesChoice) catalogue.SetChoice(record.locator, record.enabled);
+        } else if (record.kind == CatalogueRecord::kChoice && takesChoice) {
+            catalogue.SetChoice(record.locator, record.enabled);
         }
     }
 }

@@ -113,7 +113,8 @@ void SimpleMainLoop::State::RunTimers(const bool& quit) {
         // A nested loop may have stopped it or called it already.
         if (timer->stopped || timer->running || timer->due > now) continue;
         // Late timers do not catch up: a stalled program must not be answered by a burst.
-        timer->due = std::max(timer->due + timer->interval, now + Clock::duration(1));
+        timer->due += timer->interval;
+        if (timer->due <= now) timer->due = now + timer->interval;
         CallSource(timer);
     }
 }

@@ -21,14 +21,15 @@ constexpr std::size_t kMaxUnheardSize = kMaxFrameSize + kFrameHeaderSize;
 Connection::Connection(const std::shared_ptr<IoLoop>& loop) : mLoop(loop), mSocket(loop->GetContext()) {}
 
 void Connection::Send(std::string frame) {
+    const std::size_t size = kFrameHeaderSize + frame.size();
     bool accepted = frame.size() <= kMaxFrameSize;
     bool flushIsDue = false;
     if (accepted) {
         const std::lock_guard<std::mutex> lock(mMutex);
         if (!mOpen) return;
-        accepted = mQueuedSize + frame.size() <= kMaxQueuedSize;
+        accepted = mQueuedSize + size <= kMaxQueuedSize;
         if (accepted) {
-            mQueuedSize += frame.size();
+            mQueuedSize += size;
             flushIsDue = mOutgoing.empty();
             mOutgoing.push_back(std::move(frame));
         }

@@ -25,7 +25,7 @@ std::size_t FrameWriter::WriteTo(boost::asio::ip::tcp::socket& socket, boost::sy
         mWritten += socket.write_some(buffers, error);
         if (error) return gone;
         if (mWritten < kFrameHeaderSize + frame.size()) continue;
-        gone += frame.size();
+        gone += kFrameHeaderSize + frame.size();
         mWritten = 0;
         mFrames.pop_front();
     }

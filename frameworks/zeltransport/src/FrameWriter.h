@@ -15,7 +15,7 @@ class FrameWriter {
 public:
     void Push(std::string&& frame);
     /// Writes as much as `socket`, which must be non-blocking, takes now. `error` is set when something is left:
-    /// would_block or what went wrong. Returns how many bytes of whole frames, without their headers, have gone.
+    /// would_block or what went wrong. Returns how many bytes of whole frames, headers included, have gone.
     std::size_t WriteTo(boost::asio::ip::tcp::socket& socket, boost::system::error_code& error);
     void Clear();
 

@@ -60,12 +60,15 @@ QWindow* WindowParent::FindWindow() {
 void WindowParent::Attach(QWidget& dialog) {
     QWindow* const parent = FindWindow();
     dialog.winId();
-    if (parent && !Belongs(parent, dialog.windowHandle())) dialog.windowHandle()->setTransientParent(parent);
+    const bool cycle = parent && Belongs(parent, dialog.windowHandle());
+    if (!cycle) dialog.windowHandle()->setTransientParent(parent);
 }
 
 void WindowParent::Centre(QWidget& dialog) {
     const QWindow* const parent = dialog.windowHandle()->transientParent();
     if (!parent || !parent->screen() || dialog.testAttribute(Qt::WA_Moved)) return;
+    // Of another toolkit's window Qt knows no place; the window manager does and puts a transient over its middle.
+    if (parent->size().isEmpty()) return;
     const QRect place(parent->mapToGlobal(QPoint()), parent->size());
     dialog.move(PlaceOver(place, dialog.frameGeometry().size(), parent->screen()->availableGeometry()).topLeft());
 }

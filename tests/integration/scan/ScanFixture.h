@@ -10,6 +10,8 @@
 
 #include "support/ThrowAwayFolder.h"
 
+class QDialog;
+
 namespace zeltests {
 
 /// A scan in a throw-away profile with an empty catalogue and empty ban lists; records what the progress dialog shows
@@ -37,7 +39,7 @@ protected:
     void Release(const std::string& name) const;
 
     /// The progress dialog that is open now; null when none is.
-    static class QDialog* FindDialog();
+    static QDialog* FindDialog();
     /// Presses its Cancel button with the mouse.
     static void ClickCancel();
     /// Runs `action` from the main loop as soon as `condition` holds.

@@ -175,13 +175,9 @@ TEST_F(BannedPluginManagerTest, APermanentBanWithoutAnIdIsOfTheWholeFileInAnyCas
 }
 
 TEST_F(BannedPluginManagerTest, OnlyAsciiLettersAreComparedWithoutCase) {
-    EXPECT_TRUE(SetPermanent("<plugin filename=\"\xC3\x84cho.so\"/>"));
-    EXPECT_TRUE(
-        Bans().IsBanned(Vst("/x/\xC3\x84"
-                            "CHO.SO")));
-    EXPECT_FALSE(
-        Bans().IsBanned(Vst("/x/\xC3\xA4"
-                            "cho.so")));
+    EXPECT_TRUE(SetPermanent("<plugin filename=\"Ächo.so\"/>"));
+    EXPECT_TRUE(Bans().IsBanned(Vst("/x/ÄCHO.SO")));
+    EXPECT_FALSE(Bans().IsBanned(Vst("/x/ächo.so")));
 }
 
 TEST_F(BannedPluginManagerTest, APermanentBanWithAnIdIsOfThatComponentUpToItsVersion) {

@@ -81,7 +81,7 @@ TEST_F(PluginModuleInfoManagerTest, RemovingManyAtOnceLeavesTheOthersFindable) {
 TEST_F(PluginModuleInfoManagerTest, WhatCannotStandInTheFileIsNotTakenUp) {
     Catalogue().AddPluginInfo(nullptr);
     Catalogue().AddPluginInfo(MakeInfo(PluginLocator()));
-    Catalogue().AddPluginInfo(MakeInfo(PluginLocator(static_cast<TechnologyType>(9), U("/x"))));
+    Catalogue().AddPluginInfo(MakeInfo(PluginLocator(static_cast<TechnologyType>(7), U("/x"))));
     Catalogue().AddPluginInfo(MakeInfo(PluginLocator(kTechnologyVST, ustring(40000, 'x'))));
     Catalogue().AddFailure(MakeFailure(PluginLocator()));
     EXPECT_EQ(Names(), Strings());

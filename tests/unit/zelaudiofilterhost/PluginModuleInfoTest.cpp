@@ -52,16 +52,20 @@ TEST(PluginModuleInfoTest, TextsAndCountsAreCutToTheirLimits) {
     component.parameterCount = -1;
     component.inputBuses.assign(1000, {ustring(1000, 'b'), 1 << 30, false});
     component.outputBuses = {{U("Out"), -3, false}};
-    const auto info = Make("", std::vector<PluginComponentInfo>(5000, component));
-    ASSERT_EQ(info->GetComponents().size(), kMaxComponents);
+    const auto info = Make("", {component});
     EXPECT_EQ(info->GetName().size(), PluginComponentInfo::kMaxTextLength);
-    const PluginComponentInfo& kept = info->GetComponents().back();
+    const PluginComponentInfo& kept = info->GetComponents().front();
     EXPECT_EQ(kept.name.size(), PluginComponentInfo::kMaxTextLength);
     EXPECT_EQ(kept.parameterCount, 0);
     ASSERT_EQ(kept.inputBuses.size(), PluginComponentInfo::kMaxBuses);
     EXPECT_EQ(kept.inputBuses.front().name.size(), PluginComponentInfo::kMaxTextLength);
     EXPECT_EQ(kept.inputBuses.front().channelCount, PluginComponentInfo::kMaxChannels);
     EXPECT_EQ(kept.outputBuses.front().channelCount, 0);
+}
+
+TEST(PluginModuleInfoTest, ComponentsBeyondTheLimitAreNotListed) {
+    const auto info = Make("", std::vector<PluginComponentInfo>(kMaxComponents + 1, MakeComponent("x")));
+    EXPECT_EQ(info->GetComponents().size(), kMaxComponents);
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include <thread>
 #include <vector>
 
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <gtest/gtest.h>
@@ -23,7 +24,7 @@ namespace {
 
 class Pipe {
 public:
-    Pipe() { EXPECT_EQ(::pipe(mEnds), 0); }
+    Pipe() { EXPECT_EQ(::pipe2(mEnds, O_NONBLOCK | O_CLOEXEC), 0); }
     ~Pipe() {
         CloseReadEnd();
         CloseWriteEnd();
@@ -274,12 +275,18 @@ TEST(SimpleMainLoopTest, IntervalBelowOneMillisecondCountsAsOne) {
 }
 
 TEST(SimpleMainLoopTest, LateTimerDoesNotCatchUp) {
+    typedef std::chrono::steady_clock Clock;
+    const std::chrono::milliseconds interval(20);
     SimpleMainLoop loop;
     int ticks = 0;
-    loop.StartTimer(1, [&] { ++ticks; });
-    std::this_thread::sleep_for(std::chrono::milliseconds(30));
-    loop.RunPending();
-    EXPECT_EQ(ticks, 1);
+    loop.StartTimer(20, [&] { ++ticks; });
+    const Clock::time_point stalledUntil = Clock::now() + 5 * interval;
+    ASSERT_TRUE(WaitFor([&] { return Clock::now() > stalledUntil; }));
+
+    const Clock::time_point start = Clock::now();
+    for (int round = 0; round < 5; ++round) loop.RunPending();
+    EXPECT_GE(ticks, 1);
+    EXPECT_LE(ticks, 1 + (Clock::now() - start) / interval);
 }
 
 TEST(SimpleMainLoopTest, TimerStoppedByAnotherOfTheSameRoundIsNotCalled) {

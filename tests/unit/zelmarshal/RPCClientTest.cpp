@@ -1,12 +1,14 @@
 #include <zelmarshal/RPCClient.h>
 
 #include <atomic>
+#include <chrono>
 #include <future>
 #include <memory>
 #include <string>
 #include <thread>
 #include <vector>
 
+#include <boost/make_shared.hpp>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <zelcore/Serialization.h>
@@ -334,7 +336,8 @@ TEST_F(RPCClientTest, LettingGoAtAnyMomentRunsNoHandlerAfterwards) {
                     [handle](const boost::shared_ptr<boost::any>&, int) { handle(); },
                     [handle](int, const std::string&) { handle(); }, 1 + i % 3);
             }
-            for (int spin = i * 7 % 50; spin > 0; --spin) std::this_thread::yield();
+            const auto moment = std::chrono::steady_clock::now() + std::chrono::microseconds(i * 37 % 500);
+            while (std::chrono::steady_clock::now() < moment) continue;
             if (i % 4 == 0) pair.server->Close();
         }
         gone = true;

@@ -7,6 +7,7 @@
 #include <thread>
 #include <vector>
 
+#include <boost/make_shared.hpp>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <zelcore/Serialization.h>

@@ -1,4 +1,5 @@
 #include <atomic>
+#include <chrono>
 #include <memory>
 #include <random>
 #include <string>
@@ -75,7 +76,8 @@ TEST(RandomMomentsTest, EveryEndRunsEachClosedHandlerOnceWheneverItComes) {
         const auto client = EchoOn(pair.client);
         const auto server = EchoOn(pair.server);
         for (int frame = 0; frame < 3; ++frame) pair.client->Send(std::string(random() % 3000, 'x'));
-        for (auto spin = random() % 200; spin > 0; --spin) std::this_thread::yield();
+        const auto moment = std::chrono::steady_clock::now() + std::chrono::microseconds(random() % 500);
+        while (std::chrono::steady_clock::now() < moment) continue;
         EndSomehow(pair, i);
         ASSERT_TRUE(WaitFor([&] { return client->owner > 0 && server->owner > 0; }));
         pair.clientTransport.reset();

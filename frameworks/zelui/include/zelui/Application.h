@@ -12,8 +12,10 @@ namespace zelui {
 class ZELUI_API Application {
 public:
     /// `argc` and `argv` must outlive the object. Where no display can be reached the windows are made offscreen:
-    /// HasDisplay tells.
+    /// HasDisplay tells. Throws std::logic_error when there is one already, or when the host's Qt application object is
+    /// not a QApplication.
     Application(int& argc, char** argv);
+    /// Closes what is open without telling anybody and drops the calls that are posted.
     ~Application();
     Application(const Application&) = delete;
     Application& operator=(const Application&) = delete;
@@ -23,9 +25,11 @@ public:
 
     /// Runs the main loop until Quit; returns the code given there.
     int Run();
+    /// Ends Run, or the exec of a host that runs its own; modal dialogs in it end as cancelled. Nothing when none runs.
     void Quit(int exitCode);
 
-    /// Cancels the innermost open dialog as its own Cancel or close button would; false when none is open. Main thread.
+    /// Cancels the innermost open dialog that can be cancelled, as its own Cancel or close button would; false when
+    /// there is none. Main thread.
     static bool CancelActiveDialog();
 
 private:

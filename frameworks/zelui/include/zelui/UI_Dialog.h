@@ -21,19 +21,22 @@ public:
     typedef UI_DialogViewContainer::Response Response;
     typedef boost::function<bool(Response)> PostCloseCallback;
 
-    /// Sets what runs once each time the dialog has closed, however it was closed. Its result tells whether the callback
-    /// has dealt with the response; false leaves it to the dialog's own handling. A callback may let go of the dialog.
+    /// Sets what runs once each time the dialog has closed, however it was closed. Its result tells whether the
+    /// callback has dealt with the response; false leaves it to the dialog's own handling. A callback may let go of the
+    /// dialog.
     void SetPostCloseCallback(const PostCloseCallback& callback);
 
     /// Shows the dialog and returns at once. Showing an open dialog raises it.
     void UI_ShowModeless();
-    /// Shows the dialog and runs the main loop until it closes; returns its response. A dialog that was closed before it
-    /// was run returns at once with that response.
+    /// Shows the dialog and runs the main loop until it closes; returns its response. A dialog that was closed before
+    /// it was run returns at once with that response.
     Response UI_RunModal();
     /// Closes the dialog with `response`; again, or before it was shown, is harmless.
     void UI_Close(Response response);
-    /// Lets pending input, painting and posted calls happen, without waiting: for work on the main thread that must keep
-    /// the dialog alive.
+    /// Lets pending input, painting and posted calls happen, without waiting: for work on the main thread that must
+    /// keep the dialog alive. What the dialog shows is on the screen when it returns; only the first update after
+    /// showing waits for that, a quarter of a second at most. Input to windows other than this one and those opened
+    /// from it is thrown away meanwhile, so that nobody starts the same work again inside itself.
     void UI_IdleUpdate();
 
     bool UI_IsOpen() const;

@@ -24,8 +24,8 @@ public:
     /// Shows `current` of `total` (a total of 0 shows that something goes on; a current above it counts as all). `text`
     /// stands beside the bar; empty shows the numbers.
     void SetProgress(unsigned long current, unsigned long total, const zelcore::ustring& text);
-    /// Sets the line above the bar. A text too long for the window is shortened in its middle; the whole of it is in the
-    /// tool tip and for screen readers.
+    /// Sets the line above the bar. A text too long for the window is shortened in its middle; the whole of it is in
+    /// the tool tip and for screen readers.
     void SetExtraText(const zelcore::ustring& text);
 
     /// Fires for every SetProgress of every progress dialog, for hosts that show progress elsewhere too (a task bar, a

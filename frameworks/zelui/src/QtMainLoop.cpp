@@ -55,6 +55,9 @@ bool QtMainLoop::event(QEvent* event) {
     // this call would sleep on those behind it.
     if (--mPosted > 0) QAbstractEventDispatcher::instance()->wakeUp();
     static_cast<CallEvent*>(event)->Call();
+    // Without GLib it sleeps, once the events are delivered, in a loop that the call has ended if the call has also let
+    // events happen since.
+    QAbstractEventDispatcher::instance()->wakeUp();
     return true;
 }
 

@@ -132,7 +132,7 @@ TEST_F(SeparateProcessScanTest, CrashOnTheSecondOfThreeBansItAndAnotherScannerTa
         EXPECT_EQ(i + 1, mShown[i].current);
         EXPECT_EQ(3u, mShown[i].total);
     }
-    EXPECT_NE(std::string::npos, GetRequests()[6].find("[[\"2||/p/three.so\"]]"));
+    EXPECT_NE(std::string::npos, GetRequests()[7].find("[[\"2||/p/three.so\"]]"));
     EXPECT_NE(std::string::npos,
               ToBytes(zelaudiofilterhost::BannedPluginManager::GetInstance().GetReason(mTwo)).find("egmentation fault"));
     EXPECT_THAT(GetBannedInFile(), ElementsAre("/p/two.so"));
@@ -204,13 +204,21 @@ TEST_F(SeparateProcessScanTest, ErrorReplyToAnyRequestEndsTheScanWithoutARetry) 
 }
 
 TEST_F(SeparateProcessScanTest, MalformedBytesFromTheScannerEndOrRestartTheScanWithoutHarm) {
-    for (const char* bytes : {"ffffffff41414141", "0500000041414141", "02000000fffe", "0000000000000000"}) {
+    for (const char* bytes : {"ffffffff41414141", "02000000fffe", "0000000000000000"}) {
         UseScriptedScanner({"listen\nbytes " + std::string(bytes) + "\nhang\n"});
         Scan({mOne});
         EXPECT_THAT(GetBanned(), IsEmpty()) << bytes;
         EXPECT_FALSE(FindDialog());
         std::filesystem::remove(mAppFolder.Path("zelaudiofilterscan.exe"));
     }
+}
+
+TEST_F(SeparateProcessScanTest, ReplyThatNeverEndsWaitsForTheUser) {
+    UseScriptedScanner({"listen\nbytes 0500000041414141\nhang\n"});
+    WhenTrue([this] { return !GetRequests().empty(); }, [] { ClickCancel(); });
+    Scan({mOne});
+    EXPECT_EQ(1u, CountLaunches());
+    EXPECT_THAT(GetBanned(), IsEmpty());
 }
 
 TEST_F(SeparateProcessScanTest, RepliesInSingleBytesAndTwiceAreHarmless) {

@@ -286,20 +286,24 @@ TEST(SocketTransportTest, ATransportLetGoOfInAClosedHandlerEndsByItself) {
 }
 
 TEST(SocketTransportTest, ATransportLetGoOfInItsAcceptHandlerEndsByItself) {
-    const auto held = std::make_shared<boost::shared_ptr<SocketTransport>>(SocketTransport::Create(1));
+    auto transport = SocketTransport::Create(1);
+    const auto held = std::make_shared<boost::shared_ptr<SocketTransport>>(transport);
     const auto kept = std::make_shared<boost::shared_ptr<Session>>();
-    (*held)->ServerStart(0, ForManyClients(),
-                         [held, kept](const boost::shared_ptr<Session>& session) {
-                             *kept = session;
-                             held->reset();
-                         },
-                         {}, {});
+    const auto isKept = std::make_shared<std::atomic<bool>>(false);
+    transport->ServerStart(0, ForManyClients(),
+                           [=](const boost::shared_ptr<Session>& session) {
+                               *kept = session;
+                               held->reset();
+                               *isKept = true;
+                           },
+                           {}, {});
     unsigned short port = 0;
-    ASSERT_TRUE(WaitFor([&] { return (port = (*held)->GetListeningPort()) != 0; }));
+    ASSERT_TRUE(WaitFor([&] { return (port = transport->GetListeningPort()) != 0; }));
+    transport.reset();
     const RawSocket raw = RawSocket::Connect(port);
     EXPECT_EQ("", raw.ReceiveAll());
-    EXPECT_TRUE(WaitFor([&] { return held.use_count() == 1 && kept.use_count() == 1; }));
-    EXPECT_FALSE((*kept)->IsOpen());
+    ASSERT_TRUE(WaitFor([&] { return isKept->load(); }));
+    EXPECT_TRUE(WaitFor([&] { return !(*kept)->IsOpen() && held.use_count() == 1; }));
 }
 
 TEST(SocketTransportTest, ATransportLetGoOfWhileAskedWhetherToGoOnEndsByItself) {

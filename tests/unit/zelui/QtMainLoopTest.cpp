@@ -115,6 +115,18 @@ TEST(QtMainLoopTest, QuittingTwiceInOneCallEndsTwoRuns) {
     EXPECT_EQ(order, "inner outer");
 }
 
+TEST(QtMainLoopTest, QuitHoldsThoughTheCallLetsEventsHappenAfterIt) {
+    const auto began = std::chrono::steady_clock::now();
+    const MainLoop::Id rescue = Loop().StartTimer(20000, [] { Loop().Quit(); });
+    AsyncCallFromMainThread([] {
+        Loop().Quit();
+        QCoreApplication::processEvents();
+    });
+    Loop().Run();
+    Loop().StopTimer(rescue);
+    EXPECT_LT(std::chrono::steady_clock::now() - began, std::chrono::seconds(15)) << "only the rescue ended it";
+}
+
 TEST(QtMainLoopTest, QuitWithoutARunIsForgotten) {
     Loop().Quit();
     bool ran = false;

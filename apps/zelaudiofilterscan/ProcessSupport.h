@@ -25,9 +25,6 @@ public:
     static bool IsOrphaned();
     /// Memory of this process that is in use now.
     static std::size_t GetResidentMegabytes();
-    /// Waits until no other scanner works for the profile in `folder`, then keeps it to itself until this process ends:
-    /// the result file is shared by all who use the profile. False when the folder cannot be opened.
-    static bool LockProfile(const std::string& folder);
     /// Ends the process here and now, without running anything that a plug-in may have left behind.
     [[noreturn]] static void EndNow(int exitCode);
 };

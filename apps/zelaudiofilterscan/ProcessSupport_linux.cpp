@@ -1,12 +1,10 @@
 #include "ProcessSupport.h"
 
-#include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 
 #include <fcntl.h>
-#include <sys/file.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
 #include <unistd.h>
@@ -60,14 +58,6 @@ std::size_t ProcessSupport::GetResidentMegabytes() {
     std::fclose(file);
     static const std::size_t pageSize = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
     return fields == 2 ? resident * pageSize / (1024 * 1024) : 0;
-}
-
-bool ProcessSupport::LockProfile(const std::string& folder) {
-    const int descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (descriptor < 0) return false;
-    while (flock(descriptor, LOCK_EX) != 0)
-        if (errno != EINTR) return false;
-    return true;
 }
 
 void ProcessSupport::EndNow(int exitCode) { _exit(exitCode); }

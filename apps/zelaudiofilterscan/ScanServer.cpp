@@ -1,7 +1,7 @@
 #include "ScanServer.h"
 
 #include <exception>
-#include <filesystem>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -41,11 +41,6 @@ const zelcore::serialization::Array& ToArray(const Variant& value) {
     const auto* array = value ? boost::any_cast<zelcore::serialization::Array>(value.get()) : nullptr;
     if (!array) throw RPCError(zelmarshal::kErrorInvalidParams, "an array was expected");
     return *array;
-}
-
-std::string GetFolder(const ustring& path) {
-    const utf8string bytes = zelcore::utility::UTF16to8(path);
-    return std::filesystem::path(bytes.c_str()).parent_path().string();
 }
 
 void ExpectCount(const zelcore::serialization::Array& parameters, std::size_t count) {
@@ -102,7 +97,9 @@ void ScanServer::Connect(const Parameters& parameters, const Answer& answer) {
     if (resultPath != ToText(parameters[0]) + zelcore::utility::AsciiToUTF16(protocol::kResultFileSuffix))
         throw RPCError(zelmarshal::kErrorInvalidParams, "the result file does not belong to the catalogue");
     if (!mResultPath.empty()) throw RPCError(zelmarshal::kErrorInvalidRequest, "connected already");
-    if (!ProcessSupport::LockProfile(GetFolder(resultPath)))
+    // The result file is shared by all who use the profile: other scanners wait until this process ends.
+    mProfileLock = std::make_unique<zelcore::filesupport::FolderLock>(File(resultPath).GetDir());
+    if (!mProfileLock->Acquire())
         throw RPCError(zelmarshal::kErrorInvalidParams, "the folder of the result file cannot be opened");
     // A list that is not there, or cannot be read, bans nothing here: the client has left out what it knows of already.
     BannedPluginManager::GetInstance().LoadStaticConfiguration(permanentBans);

@@ -1,8 +1,11 @@
 #pragma once
 
+#include <memory>
+
 #include <boost/intrusive_ptr.hpp>
 #include <boost/shared_ptr.hpp>
 #include <zelaudiofilterhost/PluginModuleScanner.h>
+#include <zelcore/FolderLock.h>
 #include <zelcore/ustring.h>
 #include <zelmarshal/RPCServer.h>
 
@@ -40,6 +43,7 @@ private:
     zelmarshal::RPCServer mServer;
     boost::intrusive_ptr<zelaudiofilterhost::PluginModuleScanner> mScanner;
     zelcore::ustring mResultPath;
+    std::unique_ptr<zelcore::filesupport::FolderLock> mProfileLock;
 };
 
 }  // namespace zelaudiofilterscan

@@ -15,6 +15,7 @@
 #include <zelaudiofilterhost/ScanProtocol.h>
 #include <zelcore/File.h>
 #include <zelcore/FileError.h>
+#include <zelcore/FolderLock.h>
 #include <zelcore/IPlatformByteStream.h>
 #include <zelcore/Threads.h>
 #include <zelcore/Utf.h>
@@ -65,9 +66,11 @@ std::string ReadResultFile(const ustring& path) {
     return bytes;
 }
 
-void DeleteIfThere(const ustring& path) {
+/// Deletes the result file, unless the scanner of another host with the same profile is using it.
+void DeleteResultFile(const ustring& path, bool isOurs) {
     const File file(path);
-    if (file.Exists()) file.Delete();
+    zelcore::filesupport::FolderLock lock(file.GetDir());
+    if ((isOurs || lock.TryAcquire()) && file.Exists()) file.Delete();
 }
 
 void AddToCatalogue(const std::string& text) {
@@ -106,7 +109,7 @@ bool ExternalAudioPluginScan::Scan(const ustring& registryPath, const ustring& b
     mProcess = nullptr;
     mFruitlessLaunches = 0;
     mCallTarget = boost::make_shared<ExternalAudioPluginScan*>(this);
-    DeleteIfThere(mScanFilePath);
+    DeleteResultFile(mScanFilePath, false);
     return Launch();
 }
 
@@ -290,7 +293,8 @@ void ExternalAudioPluginScan::Finish() {
     const Lock lock(mMutex);
     mProgressCallback(PluginLocator(), ustring(), 1, 0);
     try {
-        DeleteIfThere(mScanFilePath);
+        // While the scanner is connected the profile is its own.
+        DeleteResultFile(mScanFilePath, mConnected);
     } catch (const zelcore::filesupport::FileError&) {
         // The next scan deletes it before it starts, or tells that it cannot.
     }

@@ -200,6 +200,8 @@ private:
         if (!IsRecordName(node.name())) return true;
         CatalogueRecord record;
         if (!ReadRecord(node, record)) return false;
+        record.line.reserve(line.size() + 1);
+        record.line.append(line).push_back('\n');
         mContent.records.push_back(std::move(record));
         return true;
     }

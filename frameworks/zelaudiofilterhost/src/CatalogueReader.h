@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -20,7 +21,8 @@ struct CatalogueRecord {
     PluginScanFailure failure;                    ///< kFailed
     bool enabled = true;                          ///< kModule, kFailed, kChoice
     TechnologyType technology = kTechnologyNone;  ///< kTechnology
-    std::vector<ustring> folders;                 ///< kTechnology
+    std::string line;              ///< as it is in the text, with its end; empty when it was not a line of its own
+    std::vector<ustring> folders;  ///< kTechnology
 };
 
 /// What could be read of a catalogue text.

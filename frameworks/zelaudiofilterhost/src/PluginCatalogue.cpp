@@ -123,6 +123,11 @@ void PluginCatalogue::Remove(const std::vector<PluginLocator>& locators, bool ke
     CloseHoles();
 }
 
+void PluginCatalogue::SetLine(const PluginLocator& locator, std::string line) {
+    const auto found = mEntries.find(locator);
+    if (found != mEntries.end()) found->second.line = std::move(line);
+}
+
 void PluginCatalogue::NoteChange(const PluginModuleInfo& info) {
     const auto found = mEntries.find(info.GetLocator());
     if (found == mEntries.end() || !found->second.HasInfo()) return;
@@ -149,6 +154,10 @@ std::size_t PluginCatalogue::AppendUnsavedLines(std::string& out) const {
 }
 
 std::size_t PluginCatalogue::AppendAllLines(std::string& out) const {
+    std::size_t length = out.size();
+    for (const Slot& slot : mEntries) length += slot.second.line.size();
+    // Room for the closing tag too, so that nothing is copied once more for its sake.
+    out.reserve(length + kCatalogueTail.size());
     for (const Slot* slot : mInfoSlots) AppendSlot(out, *slot);
     for (const Slot* slot : mFailureSlots) AppendSlot(out, *slot);
     std::vector<const Slot*> choices;
@@ -181,6 +190,7 @@ PluginCatalogue::Slot& PluginCatalogue::SlotOf(const PluginLocator& locator) {
 }
 
 void PluginCatalogue::MarkUnsaved(Slot& slot) {
+    slot.second.line.clear();
     if (slot.second.isUnsaved) return;
     mUnsaved.push_back(&slot);
     slot.second.isUnsaved = true;
@@ -212,14 +222,22 @@ void PluginCatalogue::CloseHoles() {
 }
 
 void PluginCatalogue::AppendSlot(std::string& out, const Slot& slot) const {
+    if (slot.second.line.empty()) slot.second.line = MakeLine(slot);
+    out += slot.second.line;
+}
+
+std::string PluginCatalogue::MakeLine(const Slot& slot) const {
+    std::string line;
     const Entry& entry = slot.second;
     if (entry.HasInfo()) {
-        AppendModuleLine(out, *mInfos[entry.infoPosition]);
+        AppendModuleLine(line, *mInfos[entry.infoPosition]);
     } else if (entry.HasFailure()) {
-        AppendFailedLine(out, mFailures[entry.failurePosition], entry.isDisabled);
+        AppendFailedLine(line, mFailures[entry.failurePosition], entry.isDisabled);
     } else {
-        AppendChoiceLine(out, slot.first);
+        AppendChoiceLine(line, slot.first);
     }
+    line.shrink_to_fit();
+    return line;
 }
 
 bool PluginCatalogue::ComesBefore(const Slot& left, const Slot& right) const {

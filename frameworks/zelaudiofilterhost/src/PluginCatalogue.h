@@ -48,6 +48,9 @@ public:
     bool FindChoice(const PluginLocator& locator, bool& enabled) const;
     void Remove(const std::vector<PluginLocator>& locators, bool keepChoices);
 
+    /// The line that says what is known of the locator, when the caller has it anyway.
+    void SetLine(const PluginLocator& locator, std::string line);
+
     /// An info's choice has changed. One that is not the catalogue's is ignored.
     void NoteChange(const PluginModuleInfo& info);
 
@@ -73,6 +76,8 @@ private:
         bool isUnsaved = false;
         bool isOnFile = false;
         bool hasLeft = false;  ///< was taken out of its order since the file was written
+        /// What a file says of it; empty until it is needed. Makes a whole save a matter of copying.
+        mutable std::string line;
 
         bool HasInfo() const { return infoPosition != kNowhere; }
         bool HasFailure() const { return failurePosition != kNowhere; }
@@ -87,6 +92,7 @@ private:
     void Detach(Slot& slot, bool keepChoice);
     void CloseHoles();
     void AppendSlot(std::string& out, const Slot& slot) const;
+    std::string MakeLine(const Slot& slot) const;
     bool ComesBefore(const Slot& left, const Slot& right) const;
 
     Infos mInfos;

@@ -66,9 +66,9 @@ void PluginModuleInfoManager::Impl::TakeFolders(const std::vector<CatalogueRecor
     }
 }
 
-PluginCatalogue PluginModuleInfoManager::Impl::CatalogueOf(const std::vector<CatalogueRecord>& records) {
+PluginCatalogue PluginModuleInfoManager::Impl::CatalogueOf(std::vector<CatalogueRecord>& records) {
     PluginCatalogue result;
-    for (const CatalogueRecord& record : records) {
+    for (CatalogueRecord& record : records) {
         switch (record.kind) {
             case CatalogueRecord::kModule:
                 result.PutInfo(record.info, PluginCatalogue::kNewChoice);
@@ -86,6 +86,8 @@ PluginCatalogue PluginModuleInfoManager::Impl::CatalogueOf(const std::vector<Cat
             case CatalogueRecord::kTechnology:
                 break;
         }
+        // An empty line is one that is still to be made.
+        result.SetLine(record.locator, std::move(record.line));
     }
     result.SetSaved();
     return result;

@@ -26,8 +26,8 @@ public:
     /// `resetOthers`.
     void TakeFolders(const std::vector<CatalogueRecord>& records, bool resetOthers);
 
-    /// The catalogue that a file's records amount to.
-    static PluginCatalogue CatalogueOf(const std::vector<CatalogueRecord>& records);
+    /// The catalogue that a file's records amount to. Takes their lines out of them.
+    static PluginCatalogue CatalogueOf(std::vector<CatalogueRecord>& records);
     /// Takes records from elsewhere up: choices that are known here stay. Those of the records count only if
     /// `withChoices`.
     void AddRecords(const std::vector<CatalogueRecord>& records, bool withChoices);

@@ -1,5 +1,6 @@
 #include "XmlText.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 
@@ -159,7 +160,6 @@ void AppendAttribute(std::string& out, std::string_view name, std::uint64_t valu
 
 ustring DecodeAttribute(std::string_view value) {
     ustring text = zelcore::utility::UTF8to16(value);
-    if (value.find('\\') == std::string_view::npos) return text;
     std::size_t length = 0;
     for (std::size_t position = 0; position < text.size();) {
         ustring::value_type unit = text[position];

@@ -12,6 +12,8 @@ File::File(const ustring& fullPath) : mPath(fullPath) {}
 
 File::File(const Dir& dir, const ustring& name) : mPath(JoinPath(dir.FullPath(), name)) {}
 
+Dir File::GetDir() const { return Dir(ParentFolder(mPath)); }
+
 ustring File::GetName() const { return mPath.substr(FindNameStart(mPath)); }
 
 ustring File::GetTitle() const {

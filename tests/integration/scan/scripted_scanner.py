@@ -77,7 +77,10 @@ class Connection:
     def receive_exactly(self, count):
         data = b""
         while len(data) < count:
-            part = self.peer.recv(count - len(data))
+            try:
+                part = self.peer.recv(count - len(data))
+            except ConnectionResetError:
+                return None
             if not part:
                 return None
             data += part

@@ -38,6 +38,12 @@ TEST(FileTest, NameIsBehindTheLastSeparator) {
     EXPECT_TRUE(File().GetName().empty());
 }
 
+TEST(FileTest, FolderIsBeforeTheLastSeparator) {
+    EXPECT_EQ(utility::AsciiToUTF16("/usr/lib"), File(utility::AsciiToUTF16("/usr/lib/a.so")).GetDir().FullPath());
+    EXPECT_EQ(utility::AsciiToUTF16("/"), File(utility::AsciiToUTF16("/a.so")).GetDir().FullPath());
+    EXPECT_EQ(ustring(), File(utility::AsciiToUTF16("a.so")).GetDir().FullPath());
+}
+
 TEST(FileTest, TitleLacksTheLastExtensionOnly) {
     EXPECT_EQ(Title("/usr/lib/vst/Delay.so"), "Delay");
     EXPECT_EQ(Title("/usr/lib/vst.d/Delay"), "Delay");

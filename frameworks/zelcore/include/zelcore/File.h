@@ -13,6 +13,8 @@ public:
     File(const Dir& dir, const ustring& name);
 
     const ustring& FullPath() const { return mPath; }
+    /// The folder that the file is in.
+    Dir GetDir() const;
     /// The name without folders.
     ustring GetName() const;
     /// The name without folders and without its last extension: "Delay" for "/usr/lib/vst/Delay.so". A name that is

@@ -50,7 +50,8 @@ void Preferences::LoadCatalogue() {
             Tell(file, "the catalogue was damaged; what could be read is used, the file is kept under another name");
             break;
         case PluginModuleInfoManager::kKeptAside:
-            Tell(file, "the catalogue cannot be understood; it is kept under another name, scan again to fill a new one");
+            Tell(file,
+                 "the catalogue cannot be understood; it is kept under another name, scan again to fill a new one");
             break;
     }
 }

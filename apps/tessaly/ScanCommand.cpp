@@ -3,8 +3,6 @@
 #include <filesystem>
 #include <iostream>
 
-#include <unistd.h>
-
 #include <boost/bind/bind.hpp>
 #include <zelaudiofilterhost/BannedPluginManager.h>
 #include <zelaudiofilterhost/PluginModuleInfoManager.h>
@@ -27,7 +25,8 @@ using zelcore::ustring;
 using zelcore::utility::UTF16to8;
 using zelcore::utility::UTF8to16;
 
-ScanCommand::ScanCommand(const CommandLine& line) : mLine(line), mTerminal(isatty(STDERR_FILENO) != 0), mLastPrinted(0) {
+ScanCommand::ScanCommand(const CommandLine& line)
+    : mLine(line), mTerminal(TerminalText::IsErrorStreamTerminal()), mLastPrinted(0) {
     using namespace boost::placeholders;
     mProgressConnection = zelui::dialogs::UI_ProgressDialog::GetProgressSignal().connect(
         boost::bind(&ScanCommand::PrintProgress, this, _1, _2, _3));
@@ -47,7 +46,8 @@ int ScanCommand::Run() {
     if (folders.empty())
         scan.ScanForPlugins(nullptr, mLine.rescan, !mLine.inProcess);
     else
-        scan.ScanForPlugins(nullptr, PluginModuleInfoManager::GetInstance().CollectPotentialPluginsIn(folders, !mLine.rescan),
+        scan.ScanForPlugins(nullptr,
+                            PluginModuleInfoManager::GetInstance().CollectPotentialPluginsIn(folders, !mLine.rescan),
                             !mLine.inProcess);
     if (mTerminal && mLastPrinted) std::cerr << '\n';
 
@@ -80,7 +80,8 @@ void ScanCommand::PrintProgress(unsigned long current, unsigned long total, cons
     mLastPrinted = current;
     const char* const start = mTerminal ? "\r\033[K" : "";
     const char* const end = mTerminal ? "" : "\n";
-    std::cerr << start << '[' << current << '/' << total << "] " << TerminalText::MakePrintable(TerminalText::FromText(text)) << end << std::flush;
+    std::cerr << start << '[' << current << '/' << total << "] "
+              << TerminalText::MakePrintable(TerminalText::FromText(text)) << end << std::flush;
 }
 
 }  // namespace tessaly

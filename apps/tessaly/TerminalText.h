@@ -15,6 +15,8 @@ public:
     static std::string MakePrintable(const std::string& text);
     /// Columns that UTF-8 text takes, counting each character as one.
     static std::size_t GetWidth(const std::string& text);
+    /// Whether a person's terminal is behind the error stream.
+    static bool IsErrorStreamTerminal();
 };
 
 }  // namespace tessaly

@@ -30,8 +30,8 @@ Watchdog::Limits Watchdog::ReadLimits() {
     Limits limits;
     limits.timePerPlugin =
         std::chrono::seconds(ReadPositive(protocol::kTimeLimitVariable, protocol::kDefaultTimeLimitSeconds));
-    limits.memoryMegabytes = static_cast<std::size_t>(
-        ReadPositive(protocol::kMemoryLimitVariable, protocol::kDefaultMemoryLimitMegabytes));
+    limits.memoryMegabytes =
+        static_cast<std::size_t>(ReadPositive(protocol::kMemoryLimitVariable, protocol::kDefaultMemoryLimitMegabytes));
     limits.timeToConnect = kTimeToConnect;
     return limits;
 }

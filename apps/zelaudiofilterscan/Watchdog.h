@@ -14,7 +14,7 @@ class Watchdog {
 public:
     struct Limits {
         std::chrono::seconds timePerPlugin;
-        std::size_t memoryMegabytes;            ///< more than when the plug-in began
+        std::size_t memoryMegabytes;  ///< more than when the plug-in began
         std::chrono::seconds timeToConnect;
     };
 

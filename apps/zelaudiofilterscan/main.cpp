@@ -41,10 +41,10 @@ int ScanByHand(int argumentCount, char** arguments) {
     const boost::shared_ptr<zeltransport::SocketTransport> transport = zeltransport::SocketTransport::Create(1);
     zeltransport::ServerOptions options;
     options.clientProcess = ProcessSupport::GetStarter();
-    transport->ServerStart(
-        protocol::kScannerPort, options, boost::bind(&ScanServer::Serve, &server, boost::placeholders::_1),
-        boost::bind(&ProcessSupport::EndNow, protocol::kScannerExitNoPort),
-        zeltransport::SocketTransport::ListeningHandler());
+    transport->ServerStart(protocol::kScannerPort, options,
+                           boost::bind(&ScanServer::Serve, &server, boost::placeholders::_1),
+                           boost::bind(&ProcessSupport::EndNow, protocol::kScannerExitNoPort),
+                           zeltransport::SocketTransport::ListeningHandler());
     loop.Run();
     // Nothing quits the loop: the process ends when its client goes.
     ProcessSupport::EndNow(protocol::kScannerExitDone);

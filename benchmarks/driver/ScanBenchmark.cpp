@@ -96,7 +96,8 @@ void WriteList(const fs::path& path, const std::vector<PluginLocator>& locators)
 
 void MeasureMachine(const Profile& profile, int rounds) {
     std::vector<PluginLocator> removed;
-    const std::vector<PluginLocator> all = PluginModuleInfoManager::GetInstance().CollectPotentialPlugins(false, removed);
+    const std::vector<PluginLocator> all =
+        PluginModuleInfoManager::GetInstance().CollectPotentialPlugins(false, removed);
     const std::string list = profile.Path("list").string();
     WriteList(list, all);
     std::vector<double> bare;
@@ -117,7 +118,8 @@ void MeasureMachine(const Profile& profile, int rounds) {
 }
 
 /// Copies of one test plug-in, each a file of its own.
-std::vector<PluginLocator> MakeCopies(const Profile& profile, const std::string& plugin, const std::string& name, int count) {
+std::vector<PluginLocator> MakeCopies(const Profile& profile, const std::string& plugin, const std::string& name,
+                                      int count) {
     std::vector<PluginLocator> locators;
     for (int i = 0; i < count; ++i) {
         const fs::path path = profile.Path(name + std::to_string(i) + ".so");

@@ -26,9 +26,9 @@ namespace zelaudiofilterhostui {
 using zelaudiofilterhost::PluginLocator;
 using zelcore::ustring;
 
-/// One scan that the user asked for: made, run once and thrown away. Shows a progress dialog with a Cancel button, loads
-/// the plug-ins in this process or in the scanner process, and leaves a saved catalogue whose listeners know of the
-/// change. Main thread only.
+/// One scan that the user asked for: made, run once and thrown away. Shows a progress dialog with a Cancel button,
+/// loads the plug-ins in this process or in the scanner process, and leaves a saved catalogue whose listeners know of
+/// the change. Main thread only.
 ///
 /// Exceptions of the file library and the filter host pass to the caller: a catalogue that cannot be written, for
 /// instance. What was scanned is then still in memory.
@@ -42,8 +42,8 @@ public:
 
     /// Scans exactly `locators` and returns when the scan has ended or was cancelled. They leave the catalogue first:
     /// what is not found working does not come back. `parentWindow` owns the progress dialog (may be null).
-    /// `separateProcess` loads them in the scanner process, where a plug-in that crashes or hangs is banned and the rest
-    /// goes on; without it they are loaded here, and a crash leaves the marker file.
+    /// `separateProcess` loads them in the scanner process, where a plug-in that crashes or hangs is banned and the
+    /// rest goes on; without it they are loaded here, and a crash leaves the marker file.
     void ScanForPlugins(HWND parentWindow, const std::vector<PluginLocator>& locators, bool separateProcess);
 
     /// Looks for plug-ins in the catalogue's folders, drops those that are gone, and scans what is new or has changed;

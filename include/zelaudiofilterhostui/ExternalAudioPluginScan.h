@@ -32,8 +32,9 @@ using zelcore::ustring;
 /// main thread, where it is dropped if the scan it belongs to has been stopped or this object has gone.
 class ExternalAudioPluginScan {
 public:
-    /// Gets the plug-in, the text to show behind its name, its position and the total. A position above the total is the
-    /// end of the scan. Called on the main thread with the object's lock held: it must not call back into the object.
+    /// Gets the plug-in, the text to show behind its name, its position and the total. A position above the total is
+    /// the end of the scan. Called on the main thread with the object's lock held: it must not call back into the
+    /// object.
     typedef boost::function<void(const PluginLocator& locator, const ustring& text, int current, int total)>
         ProgressFunction;
 
@@ -87,21 +88,21 @@ private:
     boost::shared_ptr<zeltransport::SocketTransport> mTransport;
     boost::shared_ptr<zeltransport::Session> mSession;
     boost::shared_ptr<zelmarshal::RPCClient> mClient;
-    bool mFinished;             ///< the end has been reported
-    unsigned mProgress;         ///< position last reported: the offset and the scanner's own count
-    unsigned mProgressOffset;   ///< position that earlier scanner processes of this scan reached
-    unsigned mTotal;            ///< the first total that a scanner gave
+    bool mFinished;                         ///< the end has been reported
+    unsigned mProgress;                     ///< position last reported: the offset and the scanner's own count
+    unsigned mProgressOffset;               ///< position that earlier scanner processes of this scan reached
+    unsigned mTotal;                        ///< the first total that a scanner gave
     std::vector<PluginLocator> mRemaining;  ///< not yet reported as reached
     ProgressFunction mProgressCallback;
-    bool mConnected;            ///< from the reply to the first request until the connection closes
-    bool mKeepGoing;            ///< a lost scanner is started again; false once the scan was stopped
-    boost::mutex mMutex;        ///< guards everything above and mCurrent; never taken twice
-    PluginLocator mCurrent;     ///< the plug-in that the scanner last said it is working on
+    bool mConnected;         ///< from the reply to the first request until the connection closes
+    bool mKeepGoing;         ///< a lost scanner is started again; false once the scan was stopped
+    boost::mutex mMutex;     ///< guards everything above and mCurrent; never taken twice
+    PluginLocator mCurrent;  ///< the plug-in that the scanner last said it is working on
     ustring mRegistryPath;
     ustring mBannedPath;
     ustring mPermanentBannedPath;
-    void* mProcess;             ///< the platform's handle of the scanner process, or null
-    ustring mScanFilePath;      ///< where the scanner leaves the description of the plug-in just scanned
+    void* mProcess;         ///< the platform's handle of the scanner process, or null
+    ustring mScanFilePath;  ///< where the scanner leaves the description of the plug-in just scanned
 
     /// How many plug-ins remained when the present scanner was launched, and how many scanners in a row reached none:
     /// so that one that can never work is not started over and over.

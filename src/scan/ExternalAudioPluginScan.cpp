@@ -73,9 +73,7 @@ void DeleteResultFile(const ustring& path, bool isOurs) {
     if ((isOurs || lock.TryAcquire()) && file.Exists()) file.Delete();
 }
 
-void AddToCatalogue(const std::string& text) {
-    PluginModuleInfoManager::GetInstance().AddConfiguration(text, false);
-}
+void AddToCatalogue(const std::string& text) { PluginModuleInfoManager::GetInstance().AddConfiguration(text, false); }
 
 }  // namespace
 
@@ -236,8 +234,8 @@ void ExternalAudioPluginScan::OnSessionClosed() {
 
 void ExternalAudioPluginScan::BanCurrentPlugin() {
     // Waiting for the main thread could lose the ban if the application ends now, hence here and at once.
-    const ustring reason = mKeepGoing ? ScannerProcess::DescribeEnd(mProcess)
-                                      : AsciiToUTF16("the scan was stopped while it was scanned");
+    const ustring reason =
+        mKeepGoing ? ScannerProcess::DescribeEnd(mProcess) : AsciiToUTF16("the scan was stopped while it was scanned");
     BannedPluginManager& bans = BannedPluginManager::GetInstance();
     bans.AddBannedPlugin(mCurrent, reason);
     try {
@@ -250,8 +248,8 @@ void ExternalAudioPluginScan::BanCurrentPlugin() {
 
 bool ExternalAudioPluginScan::MayRestart() {
     if (!mKeepGoing || mRemaining.empty()) return false;
-    // A scanner that never gets as far as a plug-in (somebody else holds the port, a library of its own is missing) would
-    // be started for ever.
+    // A scanner that never gets as far as a plug-in (somebody else holds the port, a library of its own is missing)
+    // would be started for ever.
     mFruitlessLaunches = mRemaining.size() < mRemainingAtLaunch ? 0 : mFruitlessLaunches + 1;
     return mFruitlessLaunches < kMaxFruitlessLaunches;
 }

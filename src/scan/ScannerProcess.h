@@ -9,8 +9,8 @@ namespace zelaudiofilterhostui {
 /// main thread; the rest may be asked from any thread while the handle stands.
 class ScannerProcess {
 public:
-    /// Starts the program without arguments, without a window, with this process's environment and folder, and with none
-    /// of its handles. Null when it cannot be started.
+    /// Starts the program without arguments, without a window, with this process's environment and folder, and with
+    /// none of its handles. Null when it cannot be started.
     static void* Start(const zelcore::filesupport::File& executable);
 
     /// Forgets a process whose connection is lost, before another one takes its place.

@@ -65,8 +65,7 @@ public:
         posix_spawnattr_setsigmask(&mAttributes, &none);
         posix_spawnattr_setsigdefault(&mAttributes, &all);
         posix_spawnattr_setpgroup(&mAttributes, 0);
-        posix_spawnattr_setflags(&mAttributes,
-                                 POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETPGROUP);
+        posix_spawnattr_setflags(&mAttributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETPGROUP);
     }
     ~SpawnAttributes() { posix_spawnattr_destroy(&mAttributes); }
     SpawnAttributes(const SpawnAttributes&) = delete;

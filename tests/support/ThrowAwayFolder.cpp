@@ -35,9 +35,7 @@ zelcore::ustring ThrowAwayFolder::UPath(const std::string& name) const {
 
 ThrowAwayPreferences::ThrowAwayPreferences() { zelcore::filesupport::Dir::SetPrefDir(mFolder.GetDir()); }
 
-ThrowAwayPreferences::~ThrowAwayPreferences() {
-    zelcore::filesupport::Dir::SetPrefDir(zelcore::filesupport::Dir());
-}
+ThrowAwayPreferences::~ThrowAwayPreferences() { zelcore::filesupport::Dir::SetPrefDir(zelcore::filesupport::Dir()); }
 
 std::string ReadFile(const std::string& path) {
     std::ifstream stream(path, std::ios::binary);

@@ -137,31 +137,47 @@ bool IsRightRoot(const pugi::xml_node& node) {
     return node.name() == kCatalogueRoot && Value(node, "version") == kCatalogueVersion;
 }
 
+bool Load(pugi::xml_document& document, std::string_view text) {
+    if (text.size() > kMaxConfigurationText || text.find('\0') != std::string_view::npos) return false;
+    return document.load_buffer(text.data(), text.size(), kParseOptions, pugi::encoding_utf8);
+}
+
 /// Parses a text of exactly one element; null when it is anything else.
 pugi::xml_node Parse(pugi::xml_document& document, std::string_view text) {
-    if (text.size() > kMaxConfigurationText || text.find('\0') != std::string_view::npos) return pugi::xml_node();
-    if (!document.load_buffer(text.data(), text.size(), kParseOptions, pugi::encoding_utf8)) return pugi::xml_node();
+    if (!Load(document, text)) return pugi::xml_node();
     const pugi::xml_node first = document.first_child();
     return first.type() == pugi::node_element && !first.next_sibling() ? first : pugi::xml_node();
 }
 
-/// Reads a text line by line, so that damage to one line costs that line alone and memory is one line's at a time.
+/// Takes the first line off a text, with its end.
+std::string_view TakeLine(std::string_view& text) {
+    const std::size_t end = text.find('\n');
+    const std::string_view line = text.substr(0, end == std::string_view::npos ? end : end + 1);
+    text.remove_prefix(line.size());
+    return line;
+}
+
+std::string_view WithoutEnd(std::string_view line) {
+    if (line.ends_with('\n')) line.remove_suffix(1);
+    if (line.ends_with('\r')) line.remove_suffix(1);
+    return line;
+}
+
+/// Reads a text line by line, so that damage to one line costs that line alone and memory is a few lines' at a time.
 class LineReader {
 public:
     CatalogueContent Read(std::string_view text) {
         while (!text.empty()) {
-            const std::size_t end = std::min(text.find('\n'), text.size());
-            ReadLine(text.substr(0, end));
-            // What is left of a line that was cut off is not one of those that were saved together.
-            if (mChangesLeft > 0 && end < text.size()) --mChangesLeft;
-            text.remove_prefix(std::min(end + 1, text.size()));
+            const std::string_view block = text.substr(0, BlockLength(text));
+            text.remove_prefix(block.size());
+            if (mPlace != kInside || !ReadBlock(block)) ReadLines(block);
         }
         if (mPlace != kBehind) {
             mIsDamaged = true;
             // The lines of a save that was interrupted go together, or the state would be neither the old nor the new.
             if (mChangesLeft > 0) mContent.records.resize(mChangesBegin);
         }
-        if (mPlace == kBefore && !mContent.records.empty()) mContent.isCatalogue = !mIsForeign;
+        if (mPlace == kBefore && !mContent.records.empty()) mContent.isCatalogue = true;
         if (!mContent.isCatalogue) mContent.records.clear();
         mContent.isIntact = mContent.isCatalogue && !mIsDamaged;
         return std::move(mContent);
@@ -170,11 +186,56 @@ public:
 private:
     enum Place { kBefore, kInside, kBehind };
 
+    /// How much of the text to take next: lines of elements some at once, others one by one.
+    std::size_t BlockLength(std::string_view text) const {
+        // Setting up the parser costs as much as a few lines do.
+        constexpr std::size_t kBlock = std::size_t(64) << 10;
+        const std::size_t whole = text.size();
+        TakeLine(text);
+        while (mPlace == kInside && !text.empty() && !text.starts_with("</")) {
+            std::string_view rest = text;
+            TakeLine(rest);
+            if (whole - rest.size() > kBlock) break;
+            text = rest;
+        }
+        return whole - text.size();
+    }
+
+    /// Takes a block in which every line is one whole element; false, and nothing taken, for any other.
+    bool ReadBlock(std::string_view block) {
+        if (!block.ends_with('\n') || !Load(mDocument, block)) return false;
+        pugi::xml_node node = mDocument.first_child();
+        for (std::string_view rest = block; !rest.empty(); node = node.next_sibling()) {
+            const std::size_t begin = block.size() - rest.size();
+            TakeLine(rest);
+            // Its name stands right behind the bracket that begins the line.
+            if (node.type() != pugi::node_element || node.offset_debug() != std::ptrdiff_t(begin + 1)) return false;
+        }
+        if (node) return false;
+        for (node = mDocument.first_child(); node; node = node.next_sibling()) {
+            if (!ReadElement(node, WithoutEnd(TakeLine(block)))) mIsDamaged = true;
+            CountLine();
+        }
+        return true;
+    }
+
+    void ReadLines(std::string_view lines) {
+        while (!lines.empty()) {
+            const std::string_view line = TakeLine(lines);
+            ReadLine(WithoutEnd(line));
+            // What is left of a line that was cut off is not one of those that were saved together.
+            if (line.ends_with('\n')) CountLine();
+        }
+    }
+
+    void CountLine() {
+        if (mChangesLeft > 0) --mChangesLeft;
+    }
+
     void ReadLine(std::string_view line) {
-        if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
         if (line.empty() || mIsForeign) return;
         if (mPlace == kBefore && (line.starts_with("<?xml ") || ReadRootLine(line))) return;
-        if (mPlace == kInside && line == kCatalogueTail.substr(0, kCatalogueTail.size() - 1)) {
+        if (mPlace == kInside && line == WithoutEnd(kCatalogueTail)) {
             mPlace = kBehind;
         } else if (mPlace == kBehind || !ReadElementLine(line)) {
             mIsDamaged = true;
@@ -195,7 +256,10 @@ private:
 
     bool ReadElementLine(std::string_view line) {
         const pugi::xml_node node = Parse(mDocument, line);
-        if (!node) return false;
+        return node && ReadElement(node, line);
+    }
+
+    bool ReadElement(const pugi::xml_node& node, std::string_view line) {
         if (std::string_view(node.name()) == "changes") return BeginChanges(node);
         if (!IsRecordName(node.name())) return true;
         CatalogueRecord record;
@@ -208,7 +272,7 @@ private:
 
     bool BeginChanges(const pugi::xml_node& node) {
         std::uint64_t lines = 0;
-        if (!ParseNumber(Value(node, "lines"), lines) || lines >= std::numeric_limits<std::uint64_t>::max())
+        if (!ParseNumber(Value(node, "lines"), lines) || lines == std::numeric_limits<std::uint64_t>::max())
             return false;
         mChangesBegin = mContent.records.size();
         mChangesLeft = lines + 1;  // this line is counted with them

@@ -22,8 +22,7 @@ bool FolderLock::Acquire() { return Acquire(true); }
 
 bool FolderLock::Acquire(bool wait) {
     if (mHandle >= 0) return true;
-    const int descriptor =
-        open(utility::UTF16to8(mFolder.FullPath()).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    const int descriptor = open(utility::UTF16to8(mFolder.FullPath()).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (descriptor < 0) return false;
     int result = 0;
     do {

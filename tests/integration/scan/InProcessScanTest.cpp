@@ -87,9 +87,8 @@ TEST_F(InProcessScanTest, ShowsEachPluginBeforeItIsLoadedWithItsPositionAndTheTo
 TEST_F(InProcessScanTest, MarkerHoldsThePluginAboutToBeLoadedAndNothingElse) {
     const auto locators = MakeFivePlugins();
     std::vector<std::string> markers;
-    boost::signals::scoped_connection connection =
-        zelui::dialogs::UI_ProgressDialog::GetProgressSignal().connect(
-            [&](unsigned long, unsigned long, const zelcore::ustring&) { markers.push_back(ReadFile(GetMarkerPath())); });
+    boost::signals::scoped_connection connection = zelui::dialogs::UI_ProgressDialog::GetProgressSignal().connect(
+        [&](unsigned long, unsigned long, const zelcore::ustring&) { markers.push_back(ReadFile(GetMarkerPath())); });
     Scan(locators);
     std::vector<std::string> expected;
     for (const auto& locator : locators) expected.push_back(ToString(locator));
@@ -100,12 +99,11 @@ TEST_F(InProcessScanTest, WhatWasScannedBeforeIsOnDiskWhenTheNextPluginIsLoaded)
     const auto locators = MakeFivePlugins();
     // The save happens behind the text and before the loading, so it is seen one plug-in later.
     std::vector<bool> firstWasSaved;
-    boost::signals::scoped_connection connection =
-        zelui::dialogs::UI_ProgressDialog::GetProgressSignal().connect(
-            [&](unsigned long, unsigned long, const zelcore::ustring&) {
-                const bool saved = Exists(GetCataloguePath());
-                firstWasSaved.push_back(saved && ReadFile(GetCataloguePath()).find("one.so") != std::string::npos);
-            });
+    boost::signals::scoped_connection connection = zelui::dialogs::UI_ProgressDialog::GetProgressSignal().connect(
+        [&](unsigned long, unsigned long, const zelcore::ustring&) {
+            const bool saved = Exists(GetCataloguePath());
+            firstWasSaved.push_back(saved && ReadFile(GetCataloguePath()).find("one.so") != std::string::npos);
+        });
     Scan(locators);
     EXPECT_THAT(firstWasSaved, ElementsAre(false, false, true, true, true));
 }
@@ -115,15 +113,15 @@ TEST_F(InProcessScanTest, CancelAfterTheThirdOfFiveKeepsThreeAndDropsTheRest) {
     Scan(locators);
     ASSERT_EQ(5u, GetCatalogued().size());
     mChangedSignals = 0;
-    boost::signals::scoped_connection connection =
-        zelui::dialogs::UI_ProgressDialog::GetProgressSignal().connect(
-            [](unsigned long current, unsigned long, const zelcore::ustring&) {
-                if (current == 4) ClickCancel();
-            });
+    boost::signals::scoped_connection connection = zelui::dialogs::UI_ProgressDialog::GetProgressSignal().connect(
+        [](unsigned long current, unsigned long, const zelcore::ustring&) {
+            if (current == 4) ClickCancel();
+        });
     Scan(locators);
     EXPECT_FALSE(Exists(GetMarkerPath()));
     EXPECT_EQ(1, mChangedSignals);
-    EXPECT_THAT(GetCataloguedInFile(), ElementsAre(mFolder.Path("one.so"), mFolder.Path("two.so"), mFolder.Path("three.so")));
+    EXPECT_THAT(GetCataloguedInFile(),
+                ElementsAre(mFolder.Path("one.so"), mFolder.Path("two.so"), mFolder.Path("three.so")));
     EXPECT_FALSE(FindDialog());
 }
 
@@ -131,9 +129,8 @@ TEST_F(InProcessScanTest, ScanAgainAfterACancelIsNotCancelledAnyMore) {
     const auto locators = MakeFivePlugins();
     AudioPluginScan scan(nullptr);
     {
-        boost::signals::scoped_connection connection =
-            zelui::dialogs::UI_ProgressDialog::GetProgressSignal().connect(
-                [](unsigned long, unsigned long, const zelcore::ustring&) { ClickCancel(); });
+        boost::signals::scoped_connection connection = zelui::dialogs::UI_ProgressDialog::GetProgressSignal().connect(
+            [](unsigned long, unsigned long, const zelcore::ustring&) { ClickCancel(); });
         scan.ScanForPlugins(nullptr, locators, false);
         EXPECT_THAT(GetCatalogued(), IsEmpty());
     }
@@ -144,10 +141,11 @@ TEST_F(InProcessScanTest, ScanAgainAfterACancelIsNotCancelledAnyMore) {
 TEST_F(InProcessScanTest, OnlyTheExactValueTrueShowsTheDebugNote) {
     const auto locators = MakeFivePlugins();
     int notes = 0;
-    WhenTrue([] { return FindNote() != nullptr; }, [&] {
-        ++notes;
-        FindNote()->accept();
-    });
+    WhenTrue([] { return FindNote() != nullptr; },
+             [&] {
+                 ++notes;
+                 FindNote()->accept();
+             });
     for (const char* value : {"True", "1", "TRUE", " true", "yes", ""}) {
         zelcore::debug::DebugDatabase::Instance().SetEntry("DebugPluginLoading", value);
         Scan({locators[0]});
@@ -164,12 +162,13 @@ TEST_F(InProcessScanTest, DebugNoteNamesThePathUnderTheTitleScanningAndHoldsTheS
     std::string title;
     std::string message;
     bool loadedMeanwhile = true;
-    WhenTrue([] { return FindNote() != nullptr; }, [&] {
-        title = FindNote()->windowTitle().toStdString();
-        message = FindNote()->text().toStdString();
-        loadedMeanwhile = !GetCatalogued().empty();
-        QTest::keyClick(FindNote(), Qt::Key_Return);
-    });
+    WhenTrue([] { return FindNote() != nullptr; },
+             [&] {
+                 title = FindNote()->windowTitle().toStdString();
+                 message = FindNote()->text().toStdString();
+                 loadedMeanwhile = !GetCatalogued().empty();
+                 QTest::keyClick(FindNote(), Qt::Key_Return);
+             });
     Scan({locators[0]});
     EXPECT_EQ("Scanning", title);
     EXPECT_EQ(ToBytes(locators[0].GetPath()), message);
@@ -190,8 +189,8 @@ TEST_F(InProcessScanTest, CatalogueThatCannotBeWrittenReachesTheHostAndBlamesNob
 
 TEST_F(InProcessScanTest, RescanLooksAtKnownPluginsAgainAndTheOtherScanDoesNot) {
     MakeFivePlugins();
-    const auto technology =
-        zelaudiofilterhost::PluginModuleInfoManager::GetInstance().GetPluginTechnology(zelaudiofilterhost::kTechnologyVST);
+    const auto technology = zelaudiofilterhost::PluginModuleInfoManager::GetInstance().GetPluginTechnology(
+        zelaudiofilterhost::kTechnologyVST);
     technology->SetPluginDirectories({mFolder.GetDir().FullPath()});
     zelaudiofilterhost::PluginModuleInfoManager::GetInstance()
         .GetPluginTechnology(zelaudiofilterhost::kTechnologyVST3)
@@ -208,7 +207,8 @@ TEST_F(InProcessScanTest, RescanLooksAtKnownPluginsAgainAndTheOtherScanDoesNot) 
 TEST_F(InProcessScanTest, PluginsThatAreGoneLeaveTheCatalogueWithTheNextScan) {
     MakeFivePlugins();
     auto& catalogue = zelaudiofilterhost::PluginModuleInfoManager::GetInstance();
-    catalogue.GetPluginTechnology(zelaudiofilterhost::kTechnologyVST)->SetPluginDirectories({mFolder.GetDir().FullPath()});
+    catalogue.GetPluginTechnology(zelaudiofilterhost::kTechnologyVST)
+        ->SetPluginDirectories({mFolder.GetDir().FullPath()});
     catalogue.GetPluginTechnology(zelaudiofilterhost::kTechnologyVST3)->SetPluginDirectories({});
     AudioPluginScan(nullptr).ScanForPlugins(nullptr, false, false);
     std::filesystem::remove(mFolder.Path("two.so"));

@@ -67,14 +67,25 @@ protected:
     /// The bad ones that take the process down or never come back; the others say of themselves that they do not work.
     static bool IsDeadly(const std::string& path) {
         const std::string name = std::filesystem::path(path).stem().string();
-        static const std::set<std::string> kDeadly = {
-            "abort_when_opened",     "allocate_when_opened", "crash_in_entry",   "crash_on_load", "crash_when_closed",
-            "crash_when_described",  "exit_when_opened",     "hang_when_opened", "Allocate3",     "Crash3",
-            "CrashInit3",            "Exit3",                "Hang3"};
+        static const std::set<std::string> kDeadly = {"abort_when_opened",
+                                                      "allocate_when_opened",
+                                                      "crash_in_entry",
+                                                      "crash_on_load",
+                                                      "crash_when_closed",
+                                                      "crash_when_described",
+                                                      "exit_when_opened",
+                                                      "hang_when_opened",
+                                                      "Allocate3",
+                                                      "Crash3",
+                                                      "CrashInit3",
+                                                      "Exit3",
+                                                      "Hang3"};
         return kDeadly.contains(name);
     }
 
-    void Scan(const std::vector<PluginLocator>& locators) { AudioPluginScan(nullptr).ScanForPlugins(nullptr, locators, true); }
+    void Scan(const std::vector<PluginLocator>& locators) {
+        AudioPluginScan(nullptr).ScanForPlugins(nullptr, locators, true);
+    }
 };
 
 TEST_F(RealScannerScanTest, EveryGoodOneIsCataloguedEveryDeadlyOneBannedAndNobodyElse) {

@@ -68,7 +68,8 @@ void ScanFixture::UseRealScanner() {
 
 void ScanFixture::UseScriptedScanner(const std::vector<std::string>& scripts) {
     for (std::size_t i = 0; i < scripts.size(); ++i)
-        WriteFile(mScriptFolder.Path("script" + (i + 1 < scripts.size() ? "." + std::to_string(i + 1) : "")), scripts[i]);
+        WriteFile(mScriptFolder.Path("script" + (i + 1 < scripts.size() ? "." + std::to_string(i + 1) : "")),
+                  scripts[i]);
     std::filesystem::create_symlink(ZEL_SCRIPTED_SCANNER, mAppFolder.Path(scanprotocol::kScannerFileName));
 }
 
@@ -80,7 +81,8 @@ void ScanFixture::Release(const std::string& name) const { WriteFile(mScriptFold
 
 QDialog* ScanFixture::FindDialog() {
     for (QWidget* widget : QApplication::topLevelWidgets())
-        if (widget->isVisible() && widget->findChild<QPushButton*>("CancelButton")) return qobject_cast<QDialog*>(widget);
+        if (widget->isVisible() && widget->findChild<QPushButton*>("CancelButton"))
+            return qobject_cast<QDialog*>(widget);
     return nullptr;
 }
 

@@ -27,8 +27,8 @@ protected:
     ScanFixture();
     ~ScanFixture() override;
 
-    /// Puts the real scanner process into the application's folder, or the one that follows a script. `scripts` are those
-    /// of the first, second, … start; the last one serves all further starts.
+    /// Puts the real scanner process into the application's folder, or the one that follows a script. `scripts` are
+    /// those of the first, second, … start; the last one serves all further starts.
     void UseRealScanner();
     void UseScriptedScanner(const std::vector<std::string>& scripts);
 
@@ -45,7 +45,9 @@ protected:
     /// Runs `action` from the main loop as soon as `condition` holds.
     void WhenTrue(const std::function<bool()>& condition, const std::function<void()>& action);
 
-    std::string GetPath(const std::string& preferencesFile) const { return mPreferences.GetFolder().Path(preferencesFile); }
+    std::string GetPath(const std::string& preferencesFile) const {
+        return mPreferences.GetFolder().Path(preferencesFile);
+    }
     std::string GetCataloguePath() const;
     std::string GetBansPath() const;
     std::string GetMarkerPath() const { return GetPath("ScannedPluginPath.txt"); }

@@ -54,7 +54,8 @@ TEST_F(ScanLifetimeTest, StoppedAndDestroyedAtAnyMomentLeavesNothingBehind) {
     for (int round = 0; round < GetRounds(); ++round) {
         {
             ExternalAudioPluginScan scan;
-            ASSERT_TRUE(scan.Scan(mPreferences.GetFolder().UPath("catalogue.xml"), mPreferences.GetFolder().UPath("bans.xml"),
+            ASSERT_TRUE(scan.Scan(mPreferences.GetFolder().UPath("catalogue.xml"),
+                                  mPreferences.GetFolder().UPath("bans.xml"),
                                   mPreferences.GetFolder().UPath("permanent.xml"), GetPlugins(),
                                   [](const PluginLocator&, const zelcore::ustring&, int, int) {}));
             RunLoopFor(std::uniform_int_distribution<long>(0, 150000)(random));
@@ -74,7 +75,8 @@ TEST_F(ScanLifetimeTest, EndIsReportedOnceHoweverTheScanEnds) {
         int ends = 0;
         {
             ExternalAudioPluginScan scan;
-            ASSERT_TRUE(scan.Scan(mPreferences.GetFolder().UPath("catalogue.xml"), mPreferences.GetFolder().UPath("bans.xml"),
+            ASSERT_TRUE(scan.Scan(mPreferences.GetFolder().UPath("catalogue.xml"),
+                                  mPreferences.GetFolder().UPath("bans.xml"),
                                   mPreferences.GetFolder().UPath("permanent.xml"), GetPlugins(),
                                   [&ends](const PluginLocator&, const zelcore::ustring&, int current, int total) {
                                       ends += current > total;
@@ -110,12 +112,13 @@ TEST_F(ScanLifetimeTest, StrangerOnThePortGetsNothingAndNobodyIsBanned) {
     }
     while (!Exists(GetPath("listening"))) RunLoopFor(1000);
     UseRealScanner();
-    WhenTrue([] { return FindDialog() != nullptr; }, [this] {
-        // Long enough for the client to try several times.
-        const auto start = std::chrono::steady_clock::now();
-        WhenTrue([start] { return std::chrono::steady_clock::now() - start > std::chrono::milliseconds(500); },
-                 [] { ClickCancel(); });
-    });
+    WhenTrue([] { return FindDialog() != nullptr; },
+             [this] {
+                 // Long enough for the client to try several times.
+                 const auto start = std::chrono::steady_clock::now();
+                 WhenTrue([start] { return std::chrono::steady_clock::now() - start > std::chrono::milliseconds(500); },
+                          [] { ClickCancel(); });
+             });
     AudioPluginScan(nullptr).ScanForPlugins(nullptr, GetPlugins(), true);
     EXPECT_FALSE(Exists(GetPath("heard")));
     EXPECT_THAT(GetBanned(), IsEmpty());

@@ -123,8 +123,8 @@ protected:
 
     std::string GetConnectParameters() const {
         const std::string registry = GetPath("catalogue.xml");
-        return "[\"" + registry + "\",\"" + GetPath("bans.xml") + "\",\"" + GetPath("permanent.xml") + "\",\"" + registry +
-               ".scan\"]";
+        return "[\"" + registry + "\",\"" + GetPath("bans.xml") + "\",\"" + GetPath("permanent.xml") + "\",\"" +
+               registry + ".scan\"]";
     }
 
     void* mProcess = nullptr;
@@ -171,7 +171,8 @@ TEST_F(ScanServerTest, EndsWhenItsClientGoesInTheMiddleOfAPlugin) {
         ASSERT_TRUE(client.Connect());
         client.Call("Connect", GetConnectParameters());
         client.Call("BeginScanForPlugins", "[[\"2||" + TestPlugin("vst/bad/hang_when_opened.so") + "\"]]");
-        client.SendFrame("{\"jsonrpc\":\"2.0\",\"id\":1,\"method\":\"com.morva.zelaudiofilterscan.ScanOneEntity\",\"params\":[]}");
+        client.SendFrame(
+            "{\"jsonrpc\":\"2.0\",\"id\":1,\"method\":\"com.morva.zelaudiofilterscan.ScanOneEntity\",\"params\":[]}");
     }
     EXPECT_TRUE(EndsSoon());
 }

@@ -85,8 +85,9 @@ TEST_F(SeparateProcessScanTest, ConversationHasTheAgreedMethodsArgumentsAndOrder
     };
     const std::string bans = GetBansPath();
     const std::string permanent = GetPath("UnsupportedAudioPlugIns.xml");
-    EXPECT_EQ("[\"" + GetCataloguePath() + "\",\"" + bans + "\",\"" + permanent + "\",\"" + GetCataloguePath() + ".scan\"]",
-              parameters(0));
+    EXPECT_EQ(
+        "[\"" + GetCataloguePath() + "\",\"" + bans + "\",\"" + permanent + "\",\"" + GetCataloguePath() + ".scan\"]",
+        parameters(0));
     EXPECT_EQ("[[\"2||/p/one.so\"]]", parameters(1));
     EXPECT_EQ("[]", parameters(2));
     EXPECT_EQ("[]", parameters(3));
@@ -105,7 +106,8 @@ TEST_F(SeparateProcessScanTest, EmptyListIsSentAsAnEmptyListAndEndsTheScan) {
 }
 
 TEST_F(SeparateProcessScanTest, ResultsReachTheCatalogueAndItsFile) {
-    UseScriptedScanner({kHello + Next(mOne, 1, 2) + Result("/p/one.so") + Next(mTwo, 2, 2) + Result("/p/two.so") + kEnd});
+    UseScriptedScanner(
+        {kHello + Next(mOne, 1, 2) + Result("/p/one.so") + Next(mTwo, 2, 2) + Result("/p/two.so") + kEnd});
     Scan({mOne, mTwo});
     EXPECT_THAT(GetCatalogued(), ElementsAre("/p/one.so", "/p/two.so"));
     EXPECT_THAT(GetCataloguedInFile(), ElementsAre("/p/one.so", "/p/two.so"));
@@ -136,8 +138,9 @@ TEST_F(SeparateProcessScanTest, CrashOnTheSecondOfThreeBansItAndAnotherScannerTa
         EXPECT_EQ(3u, mShown[i].total);
     }
     EXPECT_NE(std::string::npos, GetRequests()[7].find("[[\"2||/p/three.so\"]]"));
-    EXPECT_NE(std::string::npos,
-              ToBytes(zelaudiofilterhost::BannedPluginManager::GetInstance().GetReason(mTwo)).find("egmentation fault"));
+    EXPECT_NE(
+        std::string::npos,
+        ToBytes(zelaudiofilterhost::BannedPluginManager::GetInstance().GetReason(mTwo)).find("egmentation fault"));
     EXPECT_THAT(GetBannedInFile(), ElementsAre("/p/two.so"));
 }
 
@@ -183,9 +186,9 @@ TEST_F(SeparateProcessScanTest, ReplyWithoutContinueEndsTheScan) {
 }
 
 TEST_F(SeparateProcessScanTest, RepliesThatMakeNoSenseEndTheScanAndBanNobody) {
-    for (const char* nonsense : {"value null\n", "value 7\n", "value []\n", "value \"continue\"\n",
-                                 "value {\"continue\": \"yes\", \"progress\": \"many\", \"locator\": 3}\n",
-                                 "value {\"continue\": 1}\n"}) {
+    for (const char* nonsense :
+         {"value null\n", "value 7\n", "value []\n", "value \"continue\"\n",
+          "value {\"continue\": \"yes\", \"progress\": \"many\", \"locator\": 3}\n", "value {\"continue\": 1}\n"}) {
         UseScriptedScanner({std::string(kHello) + nonsense});
         Scan({mOne});
         EXPECT_THAT(GetBanned(), IsEmpty()) << nonsense;
@@ -245,7 +248,8 @@ TEST_F(SeparateProcessScanTest, LeftoverResultFileIsNeverReadAndNeverLeft) {
 TEST_F(SeparateProcessScanTest, HostileResultFilesAddNothingAndEndNothing) {
     for (const std::string text : {"", "not xml", "<audioplugins", "<other/>"}) {
         const std::string json = serialization::ToJson(zelcore::utf8string(text.data(), text.size()));
-        UseScriptedScanner({kHello + Next(mOne, 1, 2) + "result " + json + "\n" + Next(mTwo, 2, 2) + Result("/p/two.so") + kEnd});
+        UseScriptedScanner(
+            {kHello + Next(mOne, 1, 2) + "result " + json + "\n" + Next(mTwo, 2, 2) + Result("/p/two.so") + kEnd});
         Scan({mOne, mTwo});
         EXPECT_THAT(GetCatalogued(), ElementsAre("/p/two.so")) << text;
         std::filesystem::remove(mAppFolder.Path("zelaudiofilterscan.exe"));
@@ -308,15 +312,17 @@ TEST_F(SeparateProcessScanTest, ScannerThatNeverReachesAPluginIsNotStartedOverAn
 
 TEST_F(SeparateProcessScanTest, RestartThatFailsLeavesTheDialogUntilTheUserClosesIt) {
     UseScriptedScanner({kHello + Next(mOne, 1, 2) + "wait go\ncrash\n"});
-    WhenTrue([this] { return mShown.size() == 1; }, [this] {
-        std::filesystem::remove(mAppFolder.Path("zelaudiofilterscan.exe"));
-        Release("go");
-    });
+    WhenTrue([this] { return mShown.size() == 1; },
+             [this] {
+                 std::filesystem::remove(mAppFolder.Path("zelaudiofilterscan.exe"));
+                 Release("go");
+             });
     bool stillOpen = false;
-    WhenTrue([] { return !GetBanned().empty(); }, [&] {
-        stillOpen = FindDialog() != nullptr;
-        ClickCancel();
-    });
+    WhenTrue([] { return !GetBanned().empty(); },
+             [&] {
+                 stillOpen = FindDialog() != nullptr;
+                 ClickCancel();
+             });
     Scan({mOne, mTwo});
     EXPECT_TRUE(stillOpen);
     EXPECT_EQ(1u, CountLaunches());

@@ -36,10 +36,10 @@ protected:
     std::unique_ptr<Program> Start(std::vector<std::string> arguments, const std::string& profile = "profile",
                                    const std::string& binary = std::string(ZEL_BIN_DIR) + "/tessaly") {
         arguments.insert(arguments.begin(), binary);
-        return std::make_unique<Program>(mOutput.GetPath(), arguments,
-                                         std::vector<std::string>{"XDG_CONFIG_HOME=" + mProfiles.Path(profile),
-                                                                  "ZEL_SCANNER_TIMEOUT_SECONDS=2",
-                                                                  "ZEL_SCANNER_MEMORY_MB=300", "VST_PATH=", "VST3_PATH="});
+        return std::make_unique<Program>(
+            mOutput.GetPath(), arguments,
+            std::vector<std::string>{"XDG_CONFIG_HOME=" + mProfiles.Path(profile), "ZEL_SCANNER_TIMEOUT_SECONDS=2",
+                                     "ZEL_SCANNER_MEMORY_MB=300", "VST_PATH=", "VST3_PATH="});
     }
 
     std::string GetProfileFile(const std::string& name, const std::string& profile = "profile") const {
@@ -78,7 +78,8 @@ TEST_F(TessalyTest, ScanPrintsTheCatalogueAndListPrintsItAgain) {
     for (const std::string mode : {"--in-process", "--rescan"}) {
         const auto scan = Start({"scan", mode, "--json", GetFolder()}, mode);
         ASSERT_EQ(0, scan->Wait()) << scan->GetErrors();
-        EXPECT_EQ((std::set<std::string>{"gain.so", "synth.so", "ZelGain3.vst3"}), GetNames(scan->GetOutput(), "working"));
+        EXPECT_EQ((std::set<std::string>{"gain.so", "synth.so", "ZelGain3.vst3"}),
+                  GetNames(scan->GetOutput(), "working"));
         EXPECT_EQ((std::set<std::string>{"text.so"}), GetNames(scan->GetOutput(), "failed"));
         const auto list = Start({"list", "--json"}, mode);
         EXPECT_EQ(0, list->Wait());
@@ -230,12 +231,8 @@ TEST_F(TessalyTest, DamagedFilesAreKeptAsideAndTheUserIsTold) {
 }
 
 TEST_F(TessalyTest, CommandLinesThatMakeNoSenseAreExplained) {
-    const std::vector<std::vector<std::string>> wrong = {{},
-                                                         {"dance"},
-                                                         {"scan", "--fast"},
-                                                         {"list", "--rescan"},
-                                                         {"list", "folder"},
-                                                         {"scan", "/no/such/folder"}};
+    const std::vector<std::vector<std::string>> wrong = {
+        {}, {"dance"}, {"scan", "--fast"}, {"list", "--rescan"}, {"list", "folder"}, {"scan", "/no/such/folder"}};
     for (const auto& arguments : wrong) {
         const auto program = Start(arguments);
         EXPECT_EQ(2, program->Wait());

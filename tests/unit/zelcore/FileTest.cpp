@@ -39,9 +39,9 @@ TEST(FileTest, NameIsBehindTheLastSeparator) {
 }
 
 TEST(FileTest, FolderIsBeforeTheLastSeparator) {
-    EXPECT_EQ(utility::AsciiToUTF16("/usr/lib"), File(utility::AsciiToUTF16("/usr/lib/a.so")).GetDir().FullPath());
-    EXPECT_EQ(utility::AsciiToUTF16("/"), File(utility::AsciiToUTF16("/a.so")).GetDir().FullPath());
-    EXPECT_EQ(ustring(), File(utility::AsciiToUTF16("a.so")).GetDir().FullPath());
+    EXPECT_EQ(UTF8to16("/usr/lib"), File(UTF8to16("/usr/lib/a.so")).GetDir().FullPath());
+    EXPECT_EQ(UTF8to16("/"), File(UTF8to16("/a.so")).GetDir().FullPath());
+    EXPECT_EQ(ustring(), File(UTF8to16("a.so")).GetDir().FullPath());
 }
 
 TEST(FileTest, TitleLacksTheLastExtensionOnly) {

@@ -55,6 +55,24 @@ void AcceptAndReport(int listener, int pipe) {
 }
 
 /// A pipe of which the test reads what a child wrote.
+int TryConnect(unsigned short port) {
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_port = htons(port);
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    const int socket = ::socket(AF_INET, SOCK_STREAM, 0);
+    if (::connect(socket, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0) return socket;
+    ::close(socket);
+    return -1;
+}
+
+/// A socket connected to the port as soon as somebody listens there; -1 when nobody does in time.
+int ConnectWhenListening(unsigned short port) {
+    int socket = -1;
+    WaitFor([&] { return (socket = TryConnect(port)) >= 0; });
+    return socket;
+}
+
 class Report {
 public:
     Report() { EXPECT_EQ(0, ::pipe2(mEnds, O_CLOEXEC | O_NONBLOCK)); }
@@ -192,16 +210,8 @@ TEST(PeerProcessTest, AForeignClientIsTurnedAwayUnheardAndTheExpectedOneServed) 
     const unsigned short port = zeltests::FindFreePort();
     Report report;
     const ChildProcess child([&] {
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_port = htons(port);
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        int socket = ::socket(AF_INET, SOCK_STREAM, 0);
-        while (::connect(socket, reinterpret_cast<sockaddr*>(&address), sizeof address) != 0) {
-            ::close(socket);
-            ::usleep(1000);
-            socket = ::socket(AF_INET, SOCK_STREAM, 0);
-        }
+        const int socket = ConnectWhenListening(port);
+        if (socket < 0) return;
         const char frame[] = "\x03\0\0\0bad";
         ::send(socket, frame, 7, MSG_NOSIGNAL);
         char byte = 0;
@@ -231,16 +241,8 @@ TEST(PeerProcessTest, AClientOfAnotherUserIsTurnedAway) {
     const ChildProcess child([&] {
         constexpr uid_t kNobody = 65534;
         if (::setuid(kNobody) != 0) return;
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_port = htons(port);
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        int socket = ::socket(AF_INET, SOCK_STREAM, 0);
-        while (::connect(socket, reinterpret_cast<sockaddr*>(&address), sizeof address) != 0) {
-            ::close(socket);
-            ::usleep(1000);
-            socket = ::socket(AF_INET, SOCK_STREAM, 0);
-        }
+        const int socket = ConnectWhenListening(port);
+        if (socket < 0) return;
         char byte = 0;
         const bool closed = ::recv(socket, &byte, 1, 0) <= 0;
         if (::write(report.GetWriteEnd(), closed ? "closed" : "served", 6) != 6) return;

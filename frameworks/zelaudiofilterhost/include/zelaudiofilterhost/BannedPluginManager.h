@@ -10,8 +10,8 @@
 
 namespace zelaudiofilterhost {
 
-/// The plug-ins that are not loaded: the permanent list, shipped with the application, and the user's, to which scanning
-/// adds what crashed it. One per process. Any thread, the iterators excepted.
+/// The plug-ins that are not loaded: the permanent list, shipped with the application, and the user's, to which
+/// scanning adds what crashed it. One per process. Any thread, the iterators excepted.
 class ZELAUDIOFILTERHOST_API BannedPluginManager {
 public:
     typedef std::vector<PluginLocator>::const_iterator BannedIterator;

@@ -33,8 +33,8 @@ struct PluginComponentInfo {
     bool isInstrument = false;
     bool hasEditor = false;
     int parameterCount = 0;
-    std::uint32_t uniqueId = 0;     ///< VST only: the id that ban lists name; else 0
-    std::int32_t versionNumber = 0; ///< VST only: the version as the plug-in's number; else 0
+    std::uint32_t uniqueId = 0;      ///< VST only: the id that ban lists name; else 0
+    std::int32_t versionNumber = 0;  ///< VST only: the version as the plug-in's number; else 0
     std::vector<PluginBusInfo> inputBuses;
     std::vector<PluginBusInfo> outputBuses;
 

@@ -36,10 +36,11 @@ public:
 
     static PluginModuleInfoManager& GetInstance();
 
-    /// The candidates in all technologies' folders, each once, without those on a ban list. With `onlyNewOrChanged` only
-    /// those that the catalogue does not know, neither as working nor as failed, or whose files have changed since.
-    /// Fills `removed` with the catalogue's entries whose files are gone. Changes nothing.
-    std::vector<PluginLocator> CollectPotentialPlugins(bool onlyNewOrChanged, std::vector<PluginLocator>& removed) const;
+    /// The candidates in all technologies' folders, each once, without those on a ban list. With `onlyNewOrChanged`
+    /// only those that the catalogue does not know, neither as working nor as failed, or whose files have changed
+    /// since. Fills `removed` with the catalogue's entries whose files are gone. Changes nothing.
+    std::vector<PluginLocator> CollectPotentialPlugins(bool onlyNewOrChanged,
+                                                       std::vector<PluginLocator>& removed) const;
     /// The same for the plug-ins below `folders` alone, whichever technology they are of.
     std::vector<PluginLocator> CollectPotentialPluginsIn(const std::vector<ustring>& folders,
                                                          bool onlyNewOrChanged) const;

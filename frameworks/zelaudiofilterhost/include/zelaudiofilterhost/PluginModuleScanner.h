@@ -21,11 +21,11 @@ public:
     PluginModuleScanner(const std::vector<PluginLocator>& locators, bool includeBanned);
 
     void BeginScan();
-    /// Tells which plug-in is next: its locator, a text to show behind its name (empty, or which part of it), its number
-    /// counted from 1 and how many there are. False when none is left; the arguments are then unchanged.
+    /// Tells which plug-in is next: its locator, a text to show behind its name (empty, or which part of it), its
+    /// number counted from 1 and how many there are. False when none is left; the arguments are then unchanged.
     bool GetCurrentProgressInfo(PluginLocator& locator, ustring& text, int& current, int& total) const;
-    /// Loads and describes the next plug-in, takes it into the catalogue (or its failure, with the reason) and moves on.
-    /// False when it was the last.
+    /// Loads and describes the next plug-in, takes it into the catalogue (or its failure, with the reason) and moves
+    /// on. False when it was the last.
     bool ContinueScan();
     void EndScan();
 

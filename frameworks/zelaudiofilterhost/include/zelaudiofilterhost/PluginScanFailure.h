@@ -5,8 +5,8 @@
 
 namespace zelaudiofilterhost {
 
-/// A candidate that was looked at and is no working plug-in. Remembered, so that the next scan of new plug-ins passes it
-/// over until its file changes.
+/// A candidate that was looked at and is no working plug-in. Remembered, so that the next scan of new plug-ins passes
+/// it over until its file changes.
 struct PluginScanFailure {
     PluginLocator locator;
     PluginFingerprint fingerprint;

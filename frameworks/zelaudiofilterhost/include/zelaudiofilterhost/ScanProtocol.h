@@ -17,7 +17,8 @@ constexpr char kClientName[] = "ClientUnknown";
 /// The scanner leaves each plug-in's description in the file of the catalogue's path with this behind it.
 constexpr char kResultFileSuffix[] = ".scan";
 
-/// Texts: catalogue file, user ban list, permanent ban list, result file, as full paths. The reply's content is not used.
+/// Texts: catalogue file, user ban list, permanent ban list, result file, as full paths. The reply's content is not
+/// used.
 constexpr char kConnect[] = "com.morva.zelaudiofilterscan.Connect";
 /// An array of texts: the locators to scan, in order. The reply's content is not used.
 constexpr char kBeginScanForPlugins[] = "com.morva.zelaudiofilterscan.BeginScanForPlugins";
@@ -36,13 +37,13 @@ constexpr char kKeyContinue[] = "continue";          ///< bool: whether there is
 
 /// How the scanner process ends when no plug-in ended it.
 enum ScannerExitCode {
-    kScannerExitDone = 0,        ///< its client has gone
-    kScannerExitUsage = 2,       ///< started with arguments it does not know
-    kScannerExitNoPort = 3,      ///< somebody else kept the port
-    kScannerExitNoClient = 4,    ///< nobody connected in time
-    kScannerExitFailed = 5,      ///< run by hand: the file is no working plug-in
-    kScannerExitHang = 90,       ///< one plug-in took longer than the limit
-    kScannerExitMemory = 91      ///< one plug-in took more memory than the limit
+    kScannerExitDone = 0,      ///< its client has gone
+    kScannerExitUsage = 2,     ///< started with arguments it does not know
+    kScannerExitNoPort = 3,    ///< somebody else kept the port
+    kScannerExitNoClient = 4,  ///< nobody connected in time
+    kScannerExitFailed = 5,    ///< run by hand: the file is no working plug-in
+    kScannerExitHang = 90,     ///< one plug-in took longer than the limit
+    kScannerExitMemory = 91    ///< one plug-in took more memory than the limit
 };
 
 /// Environment variables that change the scanner's limits for one plug-in.

@@ -16,6 +16,7 @@
 
 #include "CatalogueReport.h"
 #include "InterruptWatch.h"
+#include "OutputGuard.h"
 #include "TerminalText.h"
 
 namespace tessaly {
@@ -41,14 +42,7 @@ int ScanCommand::Run() {
         return kExitFailed;
     }
     const std::vector<ustring> folders = GetFolders();
-    const InterruptWatch interrupts;
-    zelaudiofilterhostui::AudioPluginScan scan(zelui::drawbot::SupplierInterface::GetDefault());
-    if (folders.empty())
-        scan.ScanForPlugins(nullptr, mLine.rescan, !mLine.inProcess);
-    else
-        scan.ScanForPlugins(nullptr,
-                            PluginModuleInfoManager::GetInstance().CollectPotentialPluginsIn(folders, !mLine.rescan),
-                            !mLine.inProcess);
+    Scan(folders);
     if (mTerminal && mLastPrinted) std::cerr << '\n';
 
     const CatalogueReport report;
@@ -58,6 +52,17 @@ int ScanCommand::Run() {
     std::cerr << "tessaly: the scan ended before it got to " << notReached
               << (notReached == 1 ? " plug-in" : " plug-ins") << "; scan again to go on\n";
     return kExitIncomplete;
+}
+
+void ScanCommand::Scan(const std::vector<ustring>& folders) const {
+    const InterruptWatch interrupts;
+    const OutputGuard output;
+    zelaudiofilterhostui::AudioPluginScan scan(zelui::drawbot::SupplierInterface::GetDefault());
+    const PluginModuleInfoManager& catalogue = PluginModuleInfoManager::GetInstance();
+    if (folders.empty())
+        scan.ScanForPlugins(nullptr, mLine.rescan, !mLine.inProcess);
+    else
+        scan.ScanForPlugins(nullptr, catalogue.CollectPotentialPluginsIn(folders, !mLine.rescan), !mLine.inProcess);
 }
 
 std::vector<ustring> ScanCommand::GetFolders() const {

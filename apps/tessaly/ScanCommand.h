@@ -19,6 +19,7 @@ public:
     int Run();
 
 private:
+    void Scan(const std::vector<zelcore::ustring>& folders) const;
     std::vector<zelcore::ustring> GetFolders() const;
     std::size_t CountNotReached(const std::vector<zelcore::ustring>& folders) const;
     void PrintProgress(unsigned long current, unsigned long total, const zelcore::ustring& text);

@@ -60,7 +60,7 @@ std::vector<PluginLocator> ToLocators(const Variant& value) {
 
 }  // namespace
 
-ScanServer::ScanServer(Watchdog& watchdog) : mWatchdog(watchdog) {
+ScanServer::ScanServer(Watchdog& watchdog) : mWatchdog(watchdog), mReached(0), mTotal(0) {
     Register(protocol::kConnect, &ScanServer::Connect);
     Register(protocol::kBeginScanForPlugins, &ScanServer::BeginScanForPlugins);
     Register(protocol::kGetScanInfo, &ScanServer::GetScanInfo);
@@ -121,15 +121,14 @@ void ScanServer::GetScanInfo(const Parameters&, const Answer& answer) {
     if (!mScanner) throw RPCError(zelmarshal::kErrorInvalidRequest, "no scan is going on");
     PluginLocator locator;
     ustring text;
-    int current = 0;
-    int total = 0;
-    const bool more = mScanner->GetCurrentProgressInfo(locator, text, current, total);
+    // At the end the position stays where the last plug-in was: whoever shows it late must not see it go back.
+    const bool more = mScanner->GetCurrentProgressInfo(locator, text, mReached, mTotal);
     boost::any info = zelcore::serialization::Object();
     using zelcore::serialization::SetInObject;
     SetInObject(info, protocol::kKeyLocator, zelcore::utility::UTF16to8(locator.ToString()));
     SetInObject(info, protocol::kKeySubcomponent, zelcore::utility::UTF16to8(text));
-    SetInObject(info, protocol::kKeyProgress, boost::int32_t(current));
-    SetInObject(info, protocol::kKeyTotal, boost::int32_t(total));
+    SetInObject(info, protocol::kKeyProgress, boost::int32_t(mReached));
+    SetInObject(info, protocol::kKeyTotal, boost::int32_t(mTotal));
     SetInObject(info, protocol::kKeyContinue, more);
     answer.Reply(info);
 }

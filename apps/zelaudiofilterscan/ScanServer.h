@@ -42,6 +42,8 @@ private:
     Watchdog& mWatchdog;
     zelmarshal::RPCServer mServer;
     boost::intrusive_ptr<zelaudiofilterhost::PluginModuleScanner> mScanner;
+    int mReached;
+    int mTotal;
     zelcore::ustring mResultPath;
     std::unique_ptr<zelcore::filesupport::FolderLock> mProfileLock;
 };

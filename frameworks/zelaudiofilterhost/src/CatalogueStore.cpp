@@ -35,6 +35,7 @@ CatalogueStore::ReadOutcome CatalogueStore::Read(const File& file, CatalogueCont
     if (!content.isIntact) return kDamaged;
     mPath = file.FullPath();
     mLineCount = content.records.size();
+    mLastSize = before->size;
     // Had the file changed while it was read, the next save must not build on it.
     if (IdentifyFile(mPath) == before) mIdentity = before;
     return kRead;
@@ -77,12 +78,15 @@ bool CatalogueStore::Extend(const PluginCatalogue& catalogue, const FolderLists&
 }
 
 void CatalogueStore::Rewrite(const File& file, const PluginCatalogue& catalogue, const FolderLists& folders) {
-    std::string text(kCatalogueHeader);
+    std::string text;
+    text.reserve(mLastSize + mLastSize / 8);
+    text += kCatalogueHeader;
     for (const FolderList& list : folders) AppendTechnologyLine(text, list.technology, list.folders);
     const std::size_t lines = catalogue.AppendAllLines(text);
     text += kCatalogueTail;
     FileUtils::SimpleWriteStringToFile(file.FullPath(), text);
 
+    mLastSize = text.size();
     mPath = file.FullPath();
     mIdentity = IdentifyFile(mPath);
     // Somebody may have replaced it at once; a size that is not ours is surely not our file.

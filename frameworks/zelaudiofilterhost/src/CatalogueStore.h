@@ -53,6 +53,7 @@ private:
     std::optional<FileIdentity> mIdentity;
     FolderLists mFolders;
     std::size_t mLineCount = 0;
+    std::size_t mLastSize = 0;  // of the last whole text: a good guess for the next
 };
 
 }  // namespace zelaudiofilterhost

@@ -154,10 +154,6 @@ std::size_t PluginCatalogue::AppendUnsavedLines(std::string& out) const {
 }
 
 std::size_t PluginCatalogue::AppendAllLines(std::string& out) const {
-    std::size_t length = out.size();
-    for (const Slot& slot : mEntries) length += slot.second.line.size();
-    // Room for the closing tag too, so that nothing is copied once more for its sake.
-    out.reserve(length + kCatalogueTail.size());
     for (const Slot* slot : mInfoSlots) AppendSlot(out, *slot);
     for (const Slot* slot : mFailureSlots) AppendSlot(out, *slot);
     std::vector<const Slot*> choices;

@@ -16,6 +16,15 @@ namespace {
 
 bool sExists = false;
 
+QtMessageHandler sNextMessageHandler = nullptr;
+
+// The offscreen platform complains of every window that has a smallest size. Nobody can do anything about that, and it
+// would stand between the lines that a program without a display prints.
+void PassOnMessage(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+    if (message == QLatin1String("This plugin does not support propagateSizeHints()")) return;
+    sNextMessageHandler(type, context, message);
+}
+
 std::unique_ptr<QApplication> MakeQtApplication(int& argc, char** argv) {
     const QByteArray platform = ChoosePlatform();
     // Only while Qt looks: programs started from this one make their own choice.
@@ -24,6 +33,8 @@ std::unique_ptr<QApplication> MakeQtApplication(int& argc, char** argv) {
     if (!platform.isEmpty()) qunsetenv("QT_QPA_PLATFORM");
     // The program ends when it is told to, not when a progress dialog happens to be the last window.
     QApplication::setQuitOnLastWindowClosed(false);
+    if (!Application::HasDisplay() && !sNextMessageHandler)
+        sNextMessageHandler = qInstallMessageHandler(&PassOnMessage);
     return application;
 }
 

@@ -23,8 +23,11 @@ namespace serialization = zelcore::serialization;
 class SeparateProcessScanTest : public ScanFixture {
 protected:
     static constexpr const char* kHello = "listen\nvalue null\nvalue null\n";
-    static constexpr const char* kEnd =
-        "value {\"locator\": \"\", \"subcomponent\": \"\", \"progress\": 0, \"total\": 0, \"continue\": false}\n";
+    /// The scanner's word that nothing is left; it has reached `count` plug-ins.
+    static std::string End(int count) {
+        return "value {\"locator\": \"\", \"subcomponent\": \"\", \"progress\": " + std::to_string(count) +
+               ", \"total\": " + std::to_string(count) + ", \"continue\": false}\n";
+    }
 
     /// The scanner's word that `locator` is next.
     static std::string Next(const PluginLocator& locator, int progress, int total, const std::string& text = "") {
@@ -72,7 +75,7 @@ protected:
 };
 
 TEST_F(SeparateProcessScanTest, ConversationHasTheAgreedMethodsArgumentsAndOrder) {
-    UseScriptedScanner({kHello + Next(mOne, 1, 1) + Result("/p/one.so") + kEnd});
+    UseScriptedScanner({kHello + Next(mOne, 1, 1) + Result("/p/one.so") + End(1)});
     Scan({mOne});
     const std::string prefix = "com.morva.zelaudiofilterscan.";
     EXPECT_THAT(GetMethods(), ElementsAre(prefix + "Connect", prefix + "BeginScanForPlugins", prefix + "GetScanInfo",
@@ -96,7 +99,7 @@ TEST_F(SeparateProcessScanTest, ConversationHasTheAgreedMethodsArgumentsAndOrder
 }
 
 TEST_F(SeparateProcessScanTest, EmptyListIsSentAsAnEmptyListAndEndsTheScan) {
-    UseScriptedScanner({std::string(kHello) + kEnd});
+    UseScriptedScanner({std::string(kHello) + End(0)});
     Scan({});
     ASSERT_EQ(3u, GetRequests().size());
     EXPECT_NE(std::string::npos, GetRequests()[1].find("\"params\": [[]]"));
@@ -107,7 +110,7 @@ TEST_F(SeparateProcessScanTest, EmptyListIsSentAsAnEmptyListAndEndsTheScan) {
 
 TEST_F(SeparateProcessScanTest, ResultsReachTheCatalogueAndItsFile) {
     UseScriptedScanner(
-        {kHello + Next(mOne, 1, 2) + Result("/p/one.so") + Next(mTwo, 2, 2) + Result("/p/two.so") + kEnd});
+        {kHello + Next(mOne, 1, 2) + Result("/p/one.so") + Next(mTwo, 2, 2) + Result("/p/two.so") + End(2)});
     Scan({mOne, mTwo});
     EXPECT_THAT(GetCatalogued(), ElementsAre("/p/one.so", "/p/two.so"));
     EXPECT_THAT(GetCataloguedInFile(), ElementsAre("/p/one.so", "/p/two.so"));
@@ -116,7 +119,7 @@ TEST_F(SeparateProcessScanTest, ResultsReachTheCatalogueAndItsFile) {
 
 TEST_F(SeparateProcessScanTest, NameAndTextAreJoinedWithNothingBetween) {
     const PluginLocator echo = Vst("Echo");
-    UseScriptedScanner({kHello + Next(echo, 1, 1, "Delay") + "value null\n" + kEnd});
+    UseScriptedScanner({kHello + Next(echo, 1, 1, "Delay") + "value null\n" + End(1)});
     Scan({echo});
     ASSERT_EQ(1u, mShown.size());
     EXPECT_EQ("EchoDelay", mShown[0].text);
@@ -124,7 +127,7 @@ TEST_F(SeparateProcessScanTest, NameAndTextAreJoinedWithNothingBetween) {
 
 TEST_F(SeparateProcessScanTest, CrashOnTheSecondOfThreeBansItAndAnotherScannerTakesTheThird) {
     UseScriptedScanner({kHello + Next(mOne, 1, 3) + Result("/p/one.so") + Next(mTwo, 2, 3) + "crash\n",
-                        kHello + Next(mThree, 1, 1) + Result("/p/three.so") + kEnd});
+                        kHello + Next(mThree, 1, 1) + Result("/p/three.so") + End(1)});
     Scan({mOne, mTwo, mThree});
     EXPECT_EQ(2u, CountLaunches());
     EXPECT_THAT(GetBanned(), ElementsAre("/p/two.so"));
@@ -228,18 +231,19 @@ TEST_F(SeparateProcessScanTest, ReplyThatNeverEndsWaitsForTheUser) {
 }
 
 TEST_F(SeparateProcessScanTest, RepliesInSingleBytesAndTwiceAreHarmless) {
-    UseScriptedScanner({"listen\nbytewise\nvalue null\nvalue null\n" + Next(mOne, 1, 1) + Result("/p/one.so") + kEnd});
+    UseScriptedScanner(
+        {"listen\nbytewise\nvalue null\nvalue null\n" + Next(mOne, 1, 1) + Result("/p/one.so") + End(1)});
     Scan({mOne});
     EXPECT_THAT(GetCatalogued(), ElementsAre("/p/one.so"));
     std::filesystem::remove(mAppFolder.Path("zelaudiofilterscan.exe"));
-    UseScriptedScanner({"listen\ntwice null\nvalue null\n" + std::string(kEnd)});
+    UseScriptedScanner({"listen\ntwice null\nvalue null\n" + std::string(End(0))});
     Scan({mOne});
     EXPECT_THAT(GetBanned(), IsEmpty());
 }
 
 TEST_F(SeparateProcessScanTest, LeftoverResultFileIsNeverReadAndNeverLeft) {
     WriteFile(GetCataloguePath() + ".scan", "leftover");
-    UseScriptedScanner({kHello + Next(mOne, 1, 1) + "value null\n" + kEnd});
+    UseScriptedScanner({kHello + Next(mOne, 1, 1) + "value null\n" + End(1)});
     Scan({mOne});
     EXPECT_THAT(GetCatalogued(), IsEmpty());
     EXPECT_FALSE(Exists(GetCataloguePath() + ".scan"));
@@ -249,7 +253,7 @@ TEST_F(SeparateProcessScanTest, HostileResultFilesAddNothingAndEndNothing) {
     for (const std::string text : {"", "not xml", "<audioplugins", "<other/>"}) {
         const std::string json = serialization::ToJson(zelcore::utf8string(text.data(), text.size()));
         UseScriptedScanner(
-            {kHello + Next(mOne, 1, 2) + "result " + json + "\n" + Next(mTwo, 2, 2) + Result("/p/two.so") + kEnd});
+            {kHello + Next(mOne, 1, 2) + "result " + json + "\n" + Next(mTwo, 2, 2) + Result("/p/two.so") + End(2)});
         Scan({mOne, mTwo});
         EXPECT_THAT(GetCatalogued(), ElementsAre("/p/two.so")) << text;
         std::filesystem::remove(mAppFolder.Path("zelaudiofilterscan.exe"));
@@ -275,7 +279,7 @@ TEST_F(SeparateProcessScanTest, ScannerThatCannotBeStartedMakesTheScanANoOp) {
 TEST_F(SeparateProcessScanTest, MarkerOfAnEarlierCrashGoesAndIsNeverWritten) {
     WriteFile(GetMarkerPath(), "2||/left.so");
     bool rewritten = false;
-    UseScriptedScanner({kHello + Next(mOne, 1, 1) + "value null\n" + kEnd});
+    UseScriptedScanner({kHello + Next(mOne, 1, 1) + "value null\n" + End(1)});
     WhenTrue([this] { return !mShown.empty(); }, [&] { rewritten = ReadFile(GetMarkerPath()) != "2||/left.so"; });
     Scan({mOne});
     EXPECT_FALSE(rewritten);
@@ -283,7 +287,7 @@ TEST_F(SeparateProcessScanTest, MarkerOfAnEarlierCrashGoesAndIsNeverWritten) {
 }
 
 TEST_F(SeparateProcessScanTest, ScannerThatStartsLateIsWaitedFor) {
-    UseScriptedScanner({"late 0.5\n" + std::string(kHello) + kEnd});
+    UseScriptedScanner({"late 0.5\n" + std::string(kHello) + End(0)});
     Scan({mOne});
     EXPECT_EQ(3u, GetRequests().size());
 }
@@ -331,15 +335,16 @@ TEST_F(SeparateProcessScanTest, RestartThatFailsLeavesTheDialogUntilTheUserClose
 
 TEST_F(SeparateProcessScanTest, BanListThatCannotBeWrittenDoesNotEndTheScan) {
     std::filesystem::create_directory(GetBansPath());
-    UseScriptedScanner({kHello + Next(mOne, 1, 2) + "crash\n", kHello + Next(mTwo, 1, 1) + Result("/p/two.so") + kEnd});
+    UseScriptedScanner(
+        {kHello + Next(mOne, 1, 2) + "crash\n", kHello + Next(mTwo, 1, 1) + Result("/p/two.so") + End(1)});
     Scan({mOne, mTwo});
     EXPECT_THAT(GetBanned(), ElementsAre("/p/one.so"));
     EXPECT_THAT(GetCatalogued(), ElementsAre("/p/two.so"));
 }
 
 TEST_F(SeparateProcessScanTest, OneObjectCanScanTwice) {
-    UseScriptedScanner({kHello + Next(mOne, 1, 1) + Result("/p/one.so") + kEnd,
-                        kHello + Next(mTwo, 1, 1) + Result("/p/two.so") + kEnd});
+    UseScriptedScanner({kHello + Next(mOne, 1, 1) + Result("/p/one.so") + End(1),
+                        kHello + Next(mTwo, 1, 1) + Result("/p/two.so") + End(1)});
     AudioPluginScan scan(nullptr);
     scan.ScanForPlugins(nullptr, {mOne}, true);
     scan.ScanForPlugins(nullptr, {mTwo}, true);

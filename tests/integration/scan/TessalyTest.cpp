@@ -47,6 +47,22 @@ protected:
     }
     std::string GetCatalogueName() const { return std::filesystem::path(GetCataloguePath()).filename().string(); }
 
+    /// What the system's packages have put into the usual folders, found without the code under test.
+    static std::set<std::string> FindInstalledPlugins() {
+        std::set<std::string> paths;
+        namespace fs = std::filesystem;
+        for (const std::string folder : {"/usr/lib/vst", "/usr/lib/lxvst", "/usr/lib/vst3"}) {
+            const std::string ending = folder == "/usr/lib/vst3" ? ".vst3" : ".so";
+            if (!fs::is_directory(folder)) continue;
+            for (auto it = fs::recursive_directory_iterator(folder); it != fs::recursive_directory_iterator(); ++it) {
+                if (it->path().extension() != ending) continue;
+                paths.insert(fs::canonical(it->path()).string());
+                if (ending == ".vst3") it.disable_recursion_pending();
+            }
+        }
+        return paths;
+    }
+
     static serialization::Array Parse(const std::string& json) {
         return boost::any_cast<serialization::Array>(serialization::FromJson(json));
     }
@@ -86,6 +102,22 @@ TEST_F(TessalyTest, ScanPrintsTheCatalogueAndListPrintsItAgain) {
         EXPECT_EQ(scan->GetOutput(), list->GetOutput());
         EXPECT_THAT(scan->GetErrors(), HasSubstr("[4/4]"));
     }
+}
+
+TEST_F(TessalyTest, InstalledPluginsAreAllFoundAndAlikeInBothModes) {
+    const std::set<std::string> installed = FindInstalledPlugins();
+    if (installed.empty()) GTEST_SKIP() << "no plug-in packages are installed in the system's folders";
+    const auto separate = Start({"scan", "--json"}, "separate");
+    ASSERT_EQ(0, separate->Wait()) << separate->GetErrors();
+    const auto inside = Start({"scan", "--in-process", "--json"}, "inside");
+    ASSERT_EQ(0, inside->Wait()) << inside->GetErrors();
+    EXPECT_EQ(separate->GetOutput(), inside->GetOutput());
+
+    std::set<std::string> found;
+    for (const serialization::Variant& row : Parse(separate->GetOutput())) found.insert(Get(row, "path"));
+    EXPECT_EQ(installed, found);
+    EXPECT_THAT(GetNames(separate->GetOutput(), "banned"), IsEmpty());
+    EXPECT_GT(GetNames(separate->GetOutput(), "working").size(), installed.size() * 9 / 10);
 }
 
 TEST_F(TessalyTest, JsonTellsOfEachPluginWhatAProgramNeeds) {

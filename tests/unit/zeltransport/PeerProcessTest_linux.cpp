@@ -54,7 +54,6 @@ void AcceptAndReport(int listener, int pipe) {
     }
 }
 
-/// A pipe of which the test reads what a child wrote.
 int TryConnect(unsigned short port) {
     sockaddr_in address{};
     address.sin_family = AF_INET;
@@ -73,6 +72,7 @@ int ConnectWhenListening(unsigned short port) {
     return socket;
 }
 
+/// A pipe of which the test reads what a child wrote.
 class Report {
 public:
     Report() { EXPECT_EQ(0, ::pipe2(mEnds, O_CLOEXEC | O_NONBLOCK)); }

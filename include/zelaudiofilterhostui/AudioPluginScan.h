@@ -26,7 +26,7 @@ namespace zelaudiofilterhostui {
 using zelaudiofilterhost::PluginLocator;
 using zelcore::ustring;
 
-/// One scan that the user asked for: made, run once and thrown away. Shows a progress dialog with a Cancel button,
+/// One scan that the user asked for. Shows a progress dialog with a Cancel button,
 /// loads the plug-ins in this process or in the scanner process, and leaves a saved catalogue whose listeners know of
 /// the change. Main thread only.
 ///

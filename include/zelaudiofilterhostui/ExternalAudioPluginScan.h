@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 #include <vector>
 
 #include <boost/any.hpp>
@@ -51,8 +52,8 @@ public:
     bool Scan(const ustring& registryPath, const ustring& bannedPath, const ustring& permanentBannedPath,
               const std::vector<PluginLocator>& locators, ProgressFunction callback);
 
-    /// Ends the scan, the connection and the scanner process. The end is reported if it was not yet. Results that
-    /// arrived before still reach the catalogue, from the main loop.
+    /// Ends the scan, the connection and the scanner process. The end is reported if it was not yet. When it returns,
+    /// every result that arrived is in the catalogue, and the progress function has been let go of.
     void Stop();
 
 private:
@@ -60,6 +61,7 @@ private:
     typedef void (ExternalAudioPluginScan::*MainThreadCall)();
 
     bool Launch();
+    void Connect();
     void Relaunch();
     void SendConnect();
     void SendBeginScan();
@@ -81,8 +83,11 @@ private:
     void Finish();
     void FinishUnlessFinished();
 
+    void TakeResults();
+
+    /// These two with the lock held.
     void BanCurrentPlugin();
-    bool MayRestart();
+    bool DecideRestart();
     void ReleaseConnection();
 
     boost::shared_ptr<zeltransport::SocketTransport> mTransport;
@@ -108,6 +113,9 @@ private:
     /// so that one that can never work is not started over and over.
     std::size_t mRemainingAtLaunch;
     int mFruitlessLaunches;
+
+    /// Descriptions that have arrived and are not in the catalogue yet, which only the main thread may change.
+    std::vector<std::string> mResults;
 
     /// What posted calls hold on to weakly: a new one for each scan, gone when the scan was stopped.
     boost::shared_ptr<ExternalAudioPluginScan*> mCallTarget;

@@ -31,24 +31,39 @@ const ustring kMarkerFileName = AsciiToUTF16("ScannedPluginPath.txt");
 
 File GetCatalogueFile() { return File(Dir::PrefDir(), PluginModuleInfoManager::GetInstance().GetSettingsFileName()); }
 
-void SaveCatalogue() {
-    File file = GetCatalogueFile();
-    PluginModuleInfoManager::GetInstance().SaveConfiguration(file, true);
-}
+void SaveCatalogue() { PluginModuleInfoManager::GetInstance().SaveConfiguration(GetCatalogueFile(), true); }
 
 void DeleteMarker() {
     const File marker = AudioPluginScan::GetLastScannedPluginPath();
     if (marker.Exists()) marker.Delete();
 }
 
+void ShowPosition(UI_ProgressDialog& dialog, const PluginLocator& locator, const ustring& text, int current,
+                  int total) {
+    dialog.SetExtraText(PluginModuleInfoManager::GetInstance().GetDisplayStringForLocator(locator) + text);
+    dialog.SetProgress(static_cast<unsigned long>(current), static_cast<unsigned long>(total), ustring());
+}
+
+/// Stops a scan in the scanner process on every way out of the dialog's modal loop.
+class ExternalScanStop {
+public:
+    explicit ExternalScanStop(ExternalAudioPluginScan& scan) : mScan(scan) {}
+    ~ExternalScanStop() { mScan.Stop(); }
+    ExternalScanStop(const ExternalScanStop&) = delete;
+    ExternalScanStop& operator=(const ExternalScanStop&) = delete;
+
+private:
+    ExternalAudioPluginScan& mScan;
+};
+
 /// Sees an in-process scan to its end on every way out: a scan that an exception ends must not leave a marker that
 /// blames a plug-in which never ran, nor a dialog without an owner.
 class InProcessScan {
 public:
     InProcessScan(const std::vector<PluginLocator>& locators, const boost::intrusive_ptr<UI_ProgressDialog>& dialog)
-        : mScanner(new PluginModuleScanner(locators, false)), mDialog(dialog), mExceptions(std::uncaught_exceptions()) {
-        mScanner->BeginScan();
-    }
+        : mScanner(new PluginModuleScanner(locators, false)),
+          mDialog(dialog),
+          mExceptions(std::uncaught_exceptions()) {}
     ~InProcessScan() {
         mScanner->EndScan();
         mDialog->UI_Close(UI_DialogViewContainer::kResponseOK);
@@ -110,9 +125,10 @@ void AudioPluginScan::ScanForPlugins(HWND parentWindow, const std::vector<Plugin
 }
 
 void AudioPluginScan::ScanInProcess(const std::vector<PluginLocator>& locators, const ProgressDialogPtr& dialog) {
+    InProcessScan scan(locators, dialog);
     dialog->SetPostCloseCallback(boost::bind(&AudioPluginScan::OnProgressPostClose, this, boost::placeholders::_1));
     dialog->UI_ShowModeless();
-    InProcessScan scan(locators, dialog);
+    scan.GetScanner().BeginScan();
     for (;;) {
         PluginLocator locator;
         ustring text;
@@ -130,9 +146,7 @@ bool AudioPluginScan::ScanProgressCallback(const PluginLocator& locator, const u
     zelcore::utility::FileUtils::SimpleWriteStringToFile(GetLastScannedPluginPath().FullPath(),
                                                          zelcore::utility::UTF16to8(locator.ToString()));
     if (dialog) {
-        const ustring name = PluginModuleInfoManager::GetInstance().GetDisplayStringForLocator(locator);
-        dialog->SetExtraText(name + progressText);
-        dialog->SetProgress(static_cast<unsigned long>(current), static_cast<unsigned long>(total), ustring());
+        ShowPosition(*dialog, locator, progressText, current, total);
         dialog->UI_IdleUpdate();
     }
     if (zelcore::debug::DebugDatabase::Instance().GetEntry("DebugPluginLoading", "") == "true") {
@@ -153,20 +167,17 @@ bool AudioPluginScan::OnProgressPostClose(UI_DialogViewContainer::Response respo
 void AudioPluginScan::ScanInSeparateProcess(const std::vector<PluginLocator>& locators,
                                             const ProgressDialogPtr& dialog) {
     // The scanner starts from the catalogue as it is now.
-    File catalogueFile = GetCatalogueFile();
-    PluginModuleInfoManager::GetInstance().SaveConfiguration(catalogueFile, true);
+    SaveCatalogue();
 
     const BannedPluginManager& bans = BannedPluginManager::GetInstance();
     const File banned(Dir::PrefDir(), bans.GetSettingsFileName());
     const File permanentBanned(Dir::PrefDir(), bans.GetPermanentBannedSettingsFileName());
     using namespace boost::placeholders;
-    if (!mExternalScan.Scan(catalogueFile.FullPath(), banned.FullPath(), permanentBanned.FullPath(), locators,
+    if (!mExternalScan.Scan(GetCatalogueFile().FullPath(), banned.FullPath(), permanentBanned.FullPath(), locators,
                             boost::bind(&AudioPluginScan::ExternalScanProgressCallback, this, _1, _2, _3, _4, dialog)))
         return;
+    const ExternalScanStop stop(mExternalScan);
     dialog->UI_RunModal();
-    mExternalScan.Stop();
-    // Descriptions that arrived before the stop are still on their way to the catalogue; they are to be saved with it.
-    dialog->UI_IdleUpdate();
 }
 
 void AudioPluginScan::ExternalScanProgressCallback(const PluginLocator& locator, const ustring& progressText,
@@ -176,9 +187,7 @@ void AudioPluginScan::ExternalScanProgressCallback(const PluginLocator& locator,
         dialog->UI_Close(UI_DialogViewContainer::kResponseOK);
         return;
     }
-    const ustring name = PluginModuleInfoManager::GetInstance().GetDisplayStringForLocator(locator);
-    dialog->SetExtraText(name + progressText);
-    dialog->SetProgress(static_cast<unsigned long>(current), static_cast<unsigned long>(total), ustring());
+    ShowPosition(*dialog, locator, progressText, current, total);
 }
 
 }  // namespace zelaudiofilterhostui

@@ -106,9 +106,12 @@ bool ExternalAudioPluginScan::Scan(const ustring& registryPath, const ustring& b
     mFinished = false;
     mProcess = nullptr;
     mFruitlessLaunches = 0;
+    mResults.clear();
     mCallTarget = boost::make_shared<ExternalAudioPluginScan*>(this);
     DeleteResultFile(mScanFilePath, false);
-    return Launch();
+    if (Launch()) return true;
+    mProgressCallback.clear();
+    return false;
 }
 
 bool ExternalAudioPluginScan::Launch() {
@@ -118,7 +121,17 @@ bool ExternalAudioPluginScan::Launch() {
     if (mProcess) ScannerProcess::Abandon(mProcess);
     mProcess = ScannerProcess::Start(executable);
     if (!mProcess) return false;
+    try {
+        Connect();
+    } catch (...) {
+        ScannerProcess::Terminate(mProcess);
+        mProcess = nullptr;
+        throw;
+    }
+    return true;
+}
 
+void ExternalAudioPluginScan::Connect() {
     zeltransport::ClientOptions options;
     options.connectTimeout = kConnectTimeout;
     options.serverProcess = ScannerProcess::GetId(mProcess);
@@ -135,7 +148,6 @@ bool ExternalAudioPluginScan::Launch() {
     }
     session->SetConnectionClosedHandler(boost::bind(&ExternalAudioPluginScan::OnSessionClosed, this));
     SendConnect();
-    return true;
 }
 
 void ExternalAudioPluginScan::Relaunch() {
@@ -143,7 +155,12 @@ void ExternalAudioPluginScan::Relaunch() {
         const Lock lock(mMutex);
         if (mFinished) return;
     }
-    Launch();
+    try {
+        Launch();
+    } catch (const std::exception&) {
+        // Nobody up the main loop could deal with it. As for a scanner that cannot be started again, the dialog stays
+        // until the user closes it.
+    }
 }
 
 void ExternalAudioPluginScan::SendRequest(const boost::shared_ptr<boost::any>& request,
@@ -210,22 +227,40 @@ void ExternalAudioPluginScan::OnEntityScanned(const Reply&) {
     {
         const Lock lock(mMutex);
         const std::string text = ReadResultFile(mScanFilePath);
-        if (!text.empty()) AsyncCallFromMainThread(boost::bind(&AddToCatalogue, text));
+        if (!text.empty()) {
+            mResults.push_back(text);
+            PostToMainThread(&ExternalAudioPluginScan::TakeResults);
+        }
     }
     SendGetScanInfo();
+}
+
+void ExternalAudioPluginScan::TakeResults() {
+    std::vector<std::string> results;
+    {
+        const Lock lock(mMutex);
+        results.swap(mResults);
+    }
+    for (const std::string& text : results) PluginModuleInfoManager::GetInstance().AddConfiguration(text, false);
 }
 
 void ExternalAudioPluginScan::OnRequestError(int code) {
     // A request that failed because the connection went is no answer of the scanner's: OnSessionClosed, which follows,
     // decides how the scan goes on.
-    if (code != zelmarshal::kErrorConnectionLost) PostFinishUnlessFinished();
+    if (code == zelmarshal::kErrorConnectionLost) return;
+    {
+        // Whoever answers with an error lives and works on no plug-in; ending it must blame none.
+        const Lock lock(mMutex);
+        mCurrent = PluginLocator();
+    }
+    PostFinishUnlessFinished();
 }
 
 void ExternalAudioPluginScan::OnSessionClosed() {
     const Lock lock(mMutex);
     mProgressOffset = mProgress;
     if (!mCurrent.GetPath().empty()) BanCurrentPlugin();
-    if (MayRestart())
+    if (DecideRestart())
         PostToMainThread(&ExternalAudioPluginScan::Relaunch);
     else if (!mFinished)
         PostToMainThread(&ExternalAudioPluginScan::FinishUnlessFinished);
@@ -246,7 +281,7 @@ void ExternalAudioPluginScan::BanCurrentPlugin() {
     }
 }
 
-bool ExternalAudioPluginScan::MayRestart() {
+bool ExternalAudioPluginScan::DecideRestart() {
     if (!mKeepGoing || mRemaining.empty()) return false;
     // A scanner that never gets as far as a plug-in (somebody else holds the port, a library of its own is missing)
     // would be started for ever.
@@ -276,7 +311,9 @@ void ExternalAudioPluginScan::PostFinishUnlessFinished() {
 
 void ExternalAudioPluginScan::ReportProgress(const PluginLocator& locator, const ustring& text) {
     const Lock lock(mMutex);
-    mProgressCallback(locator, text, static_cast<int>(mProgress), static_cast<int>(mTotal));
+    // A position above the total would be the end of the scan: a scanner that counts wrongly must not bring it about.
+    const unsigned total = std::max(mTotal, 1u);
+    mProgressCallback(locator, text, static_cast<int>(std::min(mProgress, total)), static_cast<int>(total));
 }
 
 void ExternalAudioPluginScan::FinishUnlessFinished() {
@@ -311,7 +348,9 @@ void ExternalAudioPluginScan::Stop() {
     if (mProcess) ScannerProcess::Terminate(mProcess);
     mProcess = nullptr;
     mCallTarget.reset();
+    TakeResults();
     if (!wasFinished) Finish();
+    mProgressCallback.clear();
 }
 
 void ExternalAudioPluginScan::ReleaseConnection() {

@@ -68,6 +68,26 @@ TEST_F(ScanLifetimeTest, StoppedAndDestroyedAtAnyMomentLeavesNothingBehind) {
     }
 }
 
+TEST_F(ScanLifetimeTest, DestroyedWithoutAStopIsClean) {
+    UseRealScanner();
+    std::mt19937 random(3);
+    for (int round = 0; round < 10; ++round) {
+        {
+            ExternalAudioPluginScan scan;
+            ASSERT_TRUE(scan.Scan(mPreferences.GetFolder().UPath("catalogue.xml"),
+                                  mPreferences.GetFolder().UPath("bans.xml"),
+                                  mPreferences.GetFolder().UPath("permanent.xml"), GetPlugins(),
+                                  [](const PluginLocator&, const zelcore::ustring&, int, int) {}));
+            RunLoopFor(std::uniform_int_distribution<long>(0, 100000)(random));
+        }
+        RunLoopFor(1000);
+        // The scanner ends by itself when its connection goes; nobody has taken notice of it here.
+        while (waitpid(-1, nullptr, 0) > 0) {
+        }
+        ASSERT_EQ(0u, ProcessList::CountScanners());
+    }
+}
+
 TEST_F(ScanLifetimeTest, EndIsReportedOnceHoweverTheScanEnds) {
     UseRealScanner();
     std::mt19937 random(2);

@@ -190,6 +190,7 @@ TEST_F(ScanServerTest, RefusesASecondClient) {
 }
 
 TEST_F(ScanServerTest, TurnsAwayAClientOfAnotherProcessAndOfAnotherUserAndServesItsOwn) {
+    if (geteuid() != 0) GTEST_SKIP() << "only root can become another user";
     for (const bool otherUser : {false, true}) {
         const pid_t stranger = fork();
         if (stranger == 0) {
@@ -200,7 +201,6 @@ TEST_F(ScanServerTest, TurnsAwayAClientOfAnotherProcessAndOfAnotherUserAndServes
         }
         int status = -1;
         ASSERT_EQ(stranger, waitpid(stranger, &status, 0));
-        if (otherUser && WEXITSTATUS(status) == 2) continue;  // only root can become somebody else
         EXPECT_EQ(0, status);
     }
     RawClient own;

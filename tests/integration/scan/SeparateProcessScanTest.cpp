@@ -3,6 +3,8 @@
 
 #include <boost/make_shared.hpp>
 #include <gmock/gmock.h>
+#include <QApplication>
+#include <QEvent>
 #include <zelaudiofilterhost/BannedPluginManager.h>
 #include <zelaudiofilterhost/PluginModuleInfoManager.h>
 #include <zelaudiofilterhostui/AudioPluginScan.h>
@@ -40,8 +42,8 @@ protected:
         return "value " + serialization::ToJson(info) + "\n";
     }
 
-    /// The reply after which the result file holds the description of a working plug-in at `path`.
-    std::string Result(const std::string& path) {
+    /// The description of a working plug-in at `path`.
+    static std::string Describe(const std::string& path = "/p/one.so") {
         zelaudiofilterhost::PluginComponentInfo component;
         component.componentId = zelcore::utility::AsciiToUTF16("VST-00000001");
         component.name = zelcore::utility::AsciiToUTF16("Plug");
@@ -50,6 +52,12 @@ protected:
             new zelaudiofilterhost::PluginModuleInfo(Vst(path), zelcore::ustring(), {}, {component}));
         const std::string text = catalogue.GetConfigurationText({Vst(path)});
         catalogue.RemovePluginLocators({Vst(path)});
+        return text;
+    }
+
+    /// The reply after which the result file holds the description of a working plug-in at `path`.
+    static std::string Result(const std::string& path) {
+        const std::string text = Describe(path);
         return "result " + serialization::ToJson(zelcore::utf8string(text.data(), text.size())) + "\n";
     }
 
@@ -201,8 +209,9 @@ TEST_F(SeparateProcessScanTest, RepliesThatMakeNoSenseEndTheScanAndBanNobody) {
 }
 
 TEST_F(SeparateProcessScanTest, ErrorReplyToAnyRequestEndsTheScanWithoutARetry) {
-    for (const char* script : {"listen\nerror -1 no\n", "listen\nvalue null\nerror -1 no\n",
-                               "listen\nvalue null\nvalue null\nerror -1 no\n"}) {
+    for (const std::string& script :
+         {std::string("listen\nerror -1 no\n"), std::string("listen\nvalue null\nerror -1 no\n"),
+          std::string(kHello) + "error -1 no\n", kHello + Next(mOne, 1, 2) + "error -32603 disk full\n"}) {
         UseScriptedScanner({script});
         const std::size_t before = CountLaunches();
         Scan({mOne});
@@ -250,7 +259,10 @@ TEST_F(SeparateProcessScanTest, LeftoverResultFileIsNeverReadAndNeverLeft) {
 }
 
 TEST_F(SeparateProcessScanTest, HostileResultFilesAddNothingAndEndNothing) {
-    for (const std::string text : {"", "not xml", "<audioplugins", "<other/>"}) {
+    const std::string whole = Describe();
+    for (const std::string& text :
+         {std::string(), std::string("not xml"), std::string("<audioplugins"), std::string("<other/>"),
+          std::string(3, '\0'), whole.substr(0, whole.size() / 2), whole.substr(0, whole.size() - 3)}) {
         const std::string json = serialization::ToJson(zelcore::utf8string(text.data(), text.size()));
         UseScriptedScanner(
             {kHello + Next(mOne, 1, 2) + "result " + json + "\n" + Next(mTwo, 2, 2) + Result("/p/two.so") + End(2)});
@@ -312,6 +324,34 @@ TEST_F(SeparateProcessScanTest, ScannerThatNeverReachesAPluginIsNotStartedOverAn
     UseScriptedScanner({std::string(kHello) + Next(Vst("/somebody/elses.so"), 1, 2) + "crash\n"});
     Scan({mOne, mTwo});
     EXPECT_EQ(3u, CountLaunches());
+}
+
+TEST_F(SeparateProcessScanTest, PositionAboveTheTotalIsNotTheEndOfTheScan) {
+    UseScriptedScanner(
+        {kHello + Next(mOne, 7, 2) + Result("/p/one.so") + Next(mTwo, 8, 0) + Result("/p/two.so") + End(2)});
+    Scan({mOne, mTwo});
+    EXPECT_THAT(GetCatalogued(), ElementsAre("/p/one.so", "/p/two.so"));
+    EXPECT_THAT(GetBanned(), IsEmpty());
+    for (const Shown& shown : mShown) EXPECT_EQ(2u, shown.total);
+}
+
+TEST_F(SeparateProcessScanTest, ReasonOfABanIsThatOfTheScannerWhichDiedOfIt) {
+    UseScriptedScanner({kHello + Next(mOne, 1, 2) + "crash\n", "listen\nhang\n"});
+    WhenTrue([this] { return CountLaunches() == 2; }, [] { ClickCancel(); });
+    Scan({mOne, mTwo});
+    EXPECT_THAT(GetBanned(), ElementsAre("/p/one.so"));
+    EXPECT_THAT(ToBytes(zelaudiofilterhost::BannedPluginManager::GetInstance().GetReason(mOne)),
+                testing::HasSubstr("egmentation fault"));
+}
+
+TEST_F(SeparateProcessScanTest, DialogIsGoneWhenTheScanIsOver) {
+    UseScriptedScanner({std::string(kHello) + End(0)});
+    const auto countWidgets = [] { return QApplication::allWidgets().size(); };
+    AudioPluginScan scan(nullptr);
+    const auto before = countWidgets();
+    scan.ScanForPlugins(nullptr, {mOne}, true);
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(before, countWidgets());
 }
 
 TEST_F(SeparateProcessScanTest, RestartThatFailsLeavesTheDialogUntilTheUserClosesIt) {

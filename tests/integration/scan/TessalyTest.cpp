@@ -222,6 +222,7 @@ TEST_F(TessalyTest, TwoHostsAtOnceBothGetEverythingAndBanNobody) {
         EXPECT_EQ(0, two->Wait()) << two->GetErrors();
         EXPECT_EQ(one->GetOutput(), two->GetOutput());
         EXPECT_EQ(6u, GetNames(one->GetOutput(), "working").size());
+        EXPECT_THAT(GetNames(one->GetOutput(), "banned"), IsEmpty());
     }
 }
 

@@ -34,6 +34,9 @@ bool HasEnded(void* process, siginfo_t& info) {
 void KillAndReap(void* process) {
     if (!process) return;
     const pid_t pid = ToPid(process);
+    siginfo_t info;
+    // A host that reaps every child itself may have given the number back already; it could be anybody's by now.
+    if (waitid(P_PID, static_cast<id_t>(pid), &info, WEXITED | WNOHANG | WNOWAIT) != 0) return;
     // The scanner leads a group of its own, with whatever a plug-in started.
     kill(-pid, SIGKILL);
     kill(pid, SIGKILL);

@@ -73,8 +73,6 @@ void DeleteResultFile(const ustring& path, bool isOurs) {
     if ((isOurs || lock.TryAcquire()) && file.Exists()) file.Delete();
 }
 
-void AddToCatalogue(const std::string& text) { PluginModuleInfoManager::GetInstance().AddConfiguration(text, false); }
-
 }  // namespace
 
 ExternalAudioPluginScan::ExternalAudioPluginScan()
@@ -269,10 +267,15 @@ void ExternalAudioPluginScan::OnSessionClosed() {
 
 void ExternalAudioPluginScan::BanCurrentPlugin() {
     // Waiting for the main thread could lose the ban if the application ends now, hence here and at once.
-    const ustring reason =
-        mKeepGoing ? ScannerProcess::DescribeEnd(mProcess) : AsciiToUTF16("the scan was stopped while it was scanned");
     BannedPluginManager& bans = BannedPluginManager::GetInstance();
-    bans.AddBannedPlugin(mCurrent, reason);
+    if (bans.IsBanned(mCurrent)) {
+        // The scanner that was started after it is lost as well; the first reason is the true one.
+        bans.AddBannedPlugin(mCurrent);
+    } else {
+        bans.AddBannedPlugin(mCurrent, mKeepGoing
+                                           ? ScannerProcess::DescribeEnd(mProcess)
+                                           : AsciiToUTF16("the scan was stopped while this plug-in was scanned"));
+    }
     try {
         bans.SaveConfiguration(File(mBannedPath));
     } catch (const std::exception&) {

@@ -346,11 +346,13 @@ TEST_F(SeparateProcessScanTest, ReasonOfABanIsThatOfTheScannerWhichDiedOfIt) {
 
 TEST_F(SeparateProcessScanTest, DialogIsGoneWhenTheScanIsOver) {
     UseScriptedScanner({std::string(kHello) + End(0)});
-    const auto countWidgets = [] { return QApplication::allWidgets().size(); };
+    const auto countWidgets = [] {
+        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        return QApplication::allWidgets().size();
+    };
     AudioPluginScan scan(nullptr);
     const auto before = countWidgets();
     scan.ScanForPlugins(nullptr, {mOne}, true);
-    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_EQ(before, countWidgets());
 }
 

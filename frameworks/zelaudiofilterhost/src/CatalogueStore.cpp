@@ -1,7 +1,9 @@
 #include "CatalogueStore.h"
 
 #include <algorithm>
+#include <cerrno>
 
+#include <zelcore/FileError.h>
 #include <zelcore/FileUtils.h>
 #include <zelcore/Utf.h>
 
@@ -84,6 +86,8 @@ void CatalogueStore::Rewrite(const File& file, const PluginCatalogue& catalogue,
     for (const FolderList& list : folders) AppendTechnologyLine(text, list.technology, list.folders);
     const std::size_t lines = catalogue.AppendAllLines(text);
     text += kCatalogueTail;
+    // What could not be read again must not take the place of what can.
+    if (text.size() > kMaxFileSize) throw zelcore::filesupport::FileError("save so large a", file.FullPath(), EFBIG);
     FileUtils::SimpleWriteStringToFile(file.FullPath(), text);
 
     mLastSize = text.size();

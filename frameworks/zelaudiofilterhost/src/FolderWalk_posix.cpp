@@ -1,3 +1,4 @@
+#include <cerrno>
 #include <dirent.h>
 #include <sys/stat.h>
 
@@ -106,7 +107,9 @@ void WalkFolder(const zelcore::ustring& root, const std::function<bool(const Wal
 bool PathExists(const zelcore::ustring& path) {
     const std::string bytes = Bytes(path);
     struct stat status;
-    return bytes.find('\0') == std::string::npos && ::stat(bytes.c_str(), &status) == 0;
+    if (bytes.find('\0') != std::string::npos) return false;
+    // A share that does not answer, or a folder that may not be read now, does not mean that the file is gone.
+    return ::stat(bytes.c_str(), &status) == 0 || (errno != ENOENT && errno != ENOTDIR);
 }
 
 }  // namespace zelaudiofilterhost

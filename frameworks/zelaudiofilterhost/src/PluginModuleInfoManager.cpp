@@ -8,6 +8,13 @@
 
 namespace zelaudiofilterhost {
 
+namespace {
+
+/// A scanner describes one plug-in at a time; whoever sends very many wants to keep the main thread busy.
+constexpr std::size_t kMaxAddedPlugins = 10000;
+
+}  // namespace
+
 PluginModuleInfoManager& PluginModuleInfoManager::GetInstance() {
     // Never destroyed: infos that outlive the end of main still report to it.
     static PluginModuleInfoManager* const instance = new PluginModuleInfoManager;
@@ -87,9 +94,10 @@ PluginModuleInfoManager::LoadOutcome PluginModuleInfoManager::LoadConfiguration(
     CatalogueContent content;
     const CatalogueStore::ReadOutcome outcome = mImpl->store.Read(file, content);
     mImpl->catalogue = Impl::CatalogueOf(content.records);
-    mImpl->TakeFolders(content.records, true);
-
+    // Before the technologies tell of their folders: a listener may save.
     mImpl->store.SetTakenOver(mImpl->FolderListsOf(content.records));
+    mImpl->TakeFolders(content.records, true);
+    if (outcome == CatalogueStore::kDamaged) mImpl->SaveRecovered(file);
     switch (outcome) {
         case CatalogueStore::kRead:
             return kLoaded;
@@ -109,7 +117,7 @@ void PluginModuleInfoManager::SaveConfiguration(const zelcore::filesupport::File
 bool PluginModuleInfoManager::AddConfiguration(const std::string& text, bool withFolders) {
     if (text.size() > kMaxConfigurationText) return false;
     const CatalogueContent content = ReadCatalogue(text);
-    if (!content.isIntact) return false;
+    if (!content.isIntact || content.records.size() > kMaxAddedPlugins) return false;
     mImpl->AddRecords(content.records, withFolders);
     if (withFolders) mImpl->TakeFolders(content.records, false);
     return true;

@@ -1,6 +1,7 @@
 #include "PluginModuleInfoManagerImpl.h"
 
 #include <zelaudiofilterhost/BannedPluginManager.h>
+#include <zelcore/FileError.h>
 
 #include "TechnologyAU.h"
 #include "TechnologyVST.h"
@@ -91,6 +92,14 @@ PluginCatalogue PluginModuleInfoManager::Impl::CatalogueOf(std::vector<Catalogue
     }
     result.SetSaved();
     return result;
+}
+
+void PluginModuleInfoManager::Impl::SaveRecovered(const zelcore::filesupport::File& file) {
+    try {
+        store.Save(file, catalogue, GetFolderLists());
+    } catch (const zelcore::filesupport::FileError&) {
+        // It is in memory, and the next save tries again and tells.
+    }
 }
 
 void PluginModuleInfoManager::Impl::AddRecords(const std::vector<CatalogueRecord>& records, bool withChoices) {

@@ -28,6 +28,9 @@ public:
 
     /// The catalogue that a file's records amount to. Takes their lines out of them.
     static PluginCatalogue CatalogueOf(std::vector<CatalogueRecord>& records);
+    /// Puts what was recovered of a damaged file, which is kept aside by now, in its place, so that the next start
+    /// finds it.
+    void SaveRecovered(const zelcore::filesupport::File& file);
     /// Takes records from elsewhere up: choices that are known here stay. Those of the records count only if
     /// `withChoices`.
     void AddRecords(const std::vector<CatalogueRecord>& records, bool withChoices);

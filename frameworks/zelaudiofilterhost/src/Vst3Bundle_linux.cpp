@@ -45,6 +45,18 @@ std::string NameOtherPlatforms(const fs::path& contents) {
     return list.empty() ? list : " (it has " + list + ")";
 }
 
+/// The library of a bundle that was renamed after it was made; empty when there is none, or no telling which.
+std::string FindOnlyLibrary(const fs::path& folder) {
+    std::string library;
+    std::error_code error;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
+        if (entry->path().extension() != ".so") continue;
+        if (!library.empty()) return std::string();
+        library = entry->path().string();
+    }
+    return library;
+}
+
 }  // namespace
 
 std::string FindVst3Library(const std::string& path) {
@@ -55,6 +67,8 @@ std::string FindVst3Library(const std::string& path) {
     const fs::path contents = bundle / "Contents";
     const fs::path library = contents / kPlatformFolder / (bundle.stem().string() + ".so");
     if (fs::exists(library, error)) return library.string();
+    const std::string onlyLibrary = FindOnlyLibrary(library.parent_path());
+    if (!onlyLibrary.empty()) return onlyLibrary;
     if (!fs::is_directory(contents, error)) throw PluginLoadError("is a folder, but no VST3 bundle");
     throw PluginLoadError("no binary for this platform in the bundle" + NameOtherPlatforms(contents));
 }

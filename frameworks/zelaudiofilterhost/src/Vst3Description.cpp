@@ -53,7 +53,9 @@ PluginComponentInfo DescribeClass(const std::shared_ptr<Vst3Module>& module, con
     info.vendor = effectClass.vendor;
     info.version = effectClass.version;
     info.category = effectClass.subCategories;
-    info.isInstrument = HasSubCategory(effectClass.subCategories, "Instrument");
+    // "Fx|Instrument" is an effect that may serve as an instrument as well.
+    info.isInstrument =
+        HasSubCategory(effectClass.subCategories, "Instrument") && !HasSubCategory(effectClass.subCategories, "Fx");
     const auto handler = Vst3Ptr<Vst3ComponentHandler>::Adopt(new Vst3ComponentHandler);
     const Vst3Instance instance(module, effectClass, *handler.Get());
     CallPlugin("when it was asked about itself", [&info, &instance] {

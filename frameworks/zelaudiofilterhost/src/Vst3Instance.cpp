@@ -37,15 +37,23 @@ Vst3Instance::Vst3Instance(std::shared_ptr<Vst3Module> module, const Vst3Class& 
         return bool(Vst3Ptr<IAudioProcessor>::Query(mComponent.object.Get(), Steinberg::Vst::IAudioProcessor_iid));
     });
     if (!processes) throw PluginLoadError("its effect processes no audio");
-    CallPlugin("when it was opened", [this, &handler] {
-        MakeController();
-        if (!mController.object) return;
-        mController.object->setComponentHandler(&handler);
-        Connect();
-    });
+    try {
+        CallPlugin("when it was opened", [this, &handler] {
+            MakeController();
+            if (!mController.object) return;
+            mController.object->setComponentHandler(&handler);
+            Connect();
+        });
+    } catch (...) {
+        // The destructor of what was never made does not run, and its halves may hold on to each other already.
+        Separate();
+        throw;
+    }
 }
 
-Vst3Instance::~Vst3Instance() {
+Vst3Instance::~Vst3Instance() { Separate(); }
+
+void Vst3Instance::Separate() noexcept {
     Disconnect();
     if (mController.object) {
         CallPluginQuietly([this] { mController.object->setComponentHandler(nullptr); });

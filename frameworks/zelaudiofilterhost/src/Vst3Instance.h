@@ -42,6 +42,8 @@ private:
     void MakeController();
     void Connect();
     void Disconnect() noexcept;
+    /// Undoes what connects the halves with each other and with the host.
+    void Separate() noexcept;
 
     // In this order: they go from the last to the first.
     std::shared_ptr<Vst3Module> mModule;

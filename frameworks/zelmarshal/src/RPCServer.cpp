@@ -27,9 +27,13 @@ using zelcore::serialization::Variant;
 
 namespace {
 
+/// An id comes back in every answer, so a long one could make an answer that no frame holds.
+constexpr std::size_t kMaxIdLength = 256;
+
 bool IsId(const Variant& id) {
+    const utf8string* const text = boost::any_cast<utf8string>(id.get());
     return boost::any_cast<boost::int32_t>(id.get()) || boost::any_cast<boost::int64_t>(id.get()) ||
-           boost::any_cast<utf8string>(id.get());
+           (text && text->size() <= kMaxIdLength);
 }
 
 }  // namespace

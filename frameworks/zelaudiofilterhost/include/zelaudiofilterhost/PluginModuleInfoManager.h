@@ -71,7 +71,8 @@ public:
     /// memory is unchanged, and the next save tries everything again.
     void SaveConfiguration(const zelcore::filesupport::File& file, bool withFolders);
     /// Adds or replaces the entries of a configuration text, as the scanner process writes it; `withFolders` true takes
-    /// its folder lists too. A text that is not one, or above 16 MiB, changes nothing and returns false.
+    /// its folder lists and its choices too, the latter for plug-ins of which none is known here. A text that is not
+    /// one, is above 16 MiB or has more than 10,000 plug-ins changes nothing and returns false.
     bool AddConfiguration(const std::string& text, bool withFolders);
     /// The configuration text of what is known of these plug-ins, without folders.
     std::string GetConfigurationText(const std::vector<PluginLocator>& locators) const;

@@ -283,6 +283,25 @@ private:
     Vst3Controller* mOwnController = nullptr;
 };
 
+/// A component or a controller that can be connected with its other half.
+template <typename Base>
+class Connected : public Base, public Vst::IConnectionPoint {
+public:
+    using Base::Base;
+
+    tresult PLUGIN_API queryInterface(const TUID id, void** object) override {
+        if (!IsSame(id, Vst::IConnectionPoint_iid)) return Base::queryInterface(id, object);
+        addRef();
+        *object = static_cast<Vst::IConnectionPoint*>(this);
+        return kResultOk;
+    }
+    uint32 PLUGIN_API addRef() override { return Base::addRef(); }
+    uint32 PLUGIN_API release() override { return Base::release(); }
+    tresult PLUGIN_API connect(Vst::IConnectionPoint*) override { return kResultOk; }
+    tresult PLUGIN_API disconnect(Vst::IConnectionPoint*) override { return kResultOk; }
+    tresult PLUGIN_API notify(Vst::IMessage*) override { return kResultFalse; }
+};
+
 /// The module's one factory. It makes what `Make` returns for each class of its list, and their controllers.
 class Vst3Factory : public IPluginFactory2 {
 public:

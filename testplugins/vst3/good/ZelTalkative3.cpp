@@ -38,24 +38,6 @@ std::string TryAttributes(Vst::IAttributeList& list) {
     return heard + "; " + std::string(static_cast<const char*>(bytes), length);
 }
 
-template <typename Base>
-class Connected : public Base, public Vst::IConnectionPoint {
-public:
-    using Base::Base;
-
-    tresult PLUGIN_API queryInterface(const TUID id, void** object) override {
-        if (!IsSame(id, Vst::IConnectionPoint_iid)) return Base::queryInterface(id, object);
-        addRef();
-        *object = static_cast<Vst::IConnectionPoint*>(this);
-        return kResultOk;
-    }
-    uint32 PLUGIN_API addRef() override { return Base::addRef(); }
-    uint32 PLUGIN_API release() override { return Base::release(); }
-    tresult PLUGIN_API connect(Vst::IConnectionPoint*) override { return kResultOk; }
-    tresult PLUGIN_API disconnect(Vst::IConnectionPoint*) override { return kResultOk; }
-    tresult PLUGIN_API notify(Vst::IMessage*) override { return kResultFalse; }
-};
-
 class Controller : public Connected<Vst3Controller> {
 public:
     using Connected<Vst3Controller>::Connected;

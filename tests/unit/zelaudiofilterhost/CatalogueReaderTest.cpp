@@ -40,7 +40,10 @@ protected:
                   technology->GetDefaultDirectories());
     }
     void ExpectKeptAside(const std::string& text) const {
-        EXPECT_EQ(NamesInFolder(), std::vector<std::string>{std::string(kName) + ".unreadable"});
+        // Where something was recovered, it is in a new file under the old name.
+        std::vector<std::string> names = NamesInFolder();
+        std::erase(names, std::string(kName));
+        EXPECT_EQ(names, std::vector<std::string>{std::string(kName) + ".unreadable"});
         EXPECT_EQ(ReadFile(mFolder.Path(std::string(kName) + ".unreadable")), text);
         std::filesystem::remove(mFolder.Path(std::string(kName) + ".unreadable"));
     }
@@ -87,6 +90,33 @@ TEST_F(CatalogueReaderTest, AFileCutOffAnywhereGivesEveryWholeLineAndIsKeptAside
         most = found;
     }
     EXPECT_EQ(most, 2u);
+    EXPECT_EQ(StateOfCatalogue(), state);
+}
+
+TEST_F(CatalogueReaderTest, WhatWasRecoveredIsThereAtTheNextStartToo) {
+    SaveSmallFile();
+    SetText(Text().substr(0, Text().size() - 20));
+    EXPECT_EQ(Load(), PluginModuleInfoManager::kRecovered);
+    const std::string state = StateOfCatalogue();
+    Forget();
+    EXPECT_EQ(Load(), PluginModuleInfoManager::kLoaded);
+    EXPECT_EQ(StateOfCatalogue(), state);
+}
+
+TEST_F(CatalogueReaderTest, AListenerThatSavesWhileFoldersAreLoadedLosesNone) {
+    for (const auto type : {kTechnologyVST, kTechnologyVST3})
+        Catalogue().GetPluginTechnology(type)->SetPluginDirectories({U("/mine")});
+    Save();
+    const std::string state = StateOfCatalogue();
+    Forget();
+    {
+        const boost::signals::scoped_connection connection =
+            Catalogue().GetPluginTechnology(kTechnologyVST)->GetDirectoriesChangedSignal().connect([this] { Save(); });
+        Load();
+    }
+    Save();
+    Forget();
+    Load();
     EXPECT_EQ(StateOfCatalogue(), state);
 }
 

@@ -48,6 +48,22 @@ TEST(PluginDescriptionVst3Test, AnInstrumentIsOneAndItsOwnControllerIsAsked) {
     EXPECT_EQ(synth.parameterCount, 1);
 }
 
+TEST(PluginDescriptionVst3Test, AnEffectThatMayServeAsAnInstrumentIsAnEffect) {
+    EXPECT_FALSE(OnlyComponent(DescribeVst3(TestPlugin("vst3/good/ZelRing3.vst3"))).isInstrument);
+}
+
+TEST(PluginDescriptionVst3Test, ABundleThatWasRenamedIsStillFoundOutBehindALinkToo) {
+    const ThrowAwayFolder folder;
+    std::filesystem::copy(TestPlugin("vst3/good/ZelGain3.vst3"), folder.Path("gain-1.2.vst3"),
+                          std::filesystem::copy_options::recursive);
+    EXPECT_EQ(Text(OnlyComponent(DescribeVst3(folder.Path("gain-1.2.vst3"))).name), "Zel Gain 3");
+    // Of two libraries neither is taken on a guess.
+    const std::string contents = folder.Path("gain-1.2.vst3/Contents/x86_64-linux/");
+    std::filesystem::copy_file(contents + "ZelGain3.so", contents + "Other.so");
+    EXPECT_EQ(ReasonOfVst3(folder.Path("gain-1.2.vst3")),
+              "no binary for this platform in the bundle (it has x86_64-linux)");
+}
+
 TEST(PluginDescriptionVst3Test, ASideChainIsAnAuxiliaryBus) {
     const PluginComponentInfo component = OnlyComponent(DescribeVst3(TestPlugin("vst3/good/ZelSideChain3.vst3")));
     EXPECT_EQ(component.inputBuses, (std::vector<PluginBusInfo>{Bus("Input", 2), Bus("Side-chain", 1, true)}));
@@ -109,6 +125,11 @@ TEST(PluginDescriptionVst3Test, AnEffectThatDoesNotStartIsNotEnded) {
 TEST(PluginDescriptionVst3Test, ExceptionsBecomeReasons) {
     EXPECT_EQ(ReasonOfVst3(TestPlugin("vst3/bad/Throws3.vst3")),
               "threw an exception when it was opened: no sound today");
+}
+
+TEST(PluginDescriptionVst3Test, HalvesAreSeparatedBeforeTheyAreEndedWhenConnectingFails) {
+    EXPECT_EQ(ReasonOfVst3(TestPlugin("vst3/bad/ThrowsWhenConnected3.vst3")),
+              "threw an exception when it was opened: no wire");
 }
 
 TEST(PluginDescriptionVst3Test, BundlesWithoutABinaryForThisPlatformSayWhatTheyHave) {

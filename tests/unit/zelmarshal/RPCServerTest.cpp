@@ -126,6 +126,15 @@ TEST_F(RPCServerTest, MalformedRequestsGetTheProtocolsErrors) {
     EXPECT_TRUE(mPair.server->IsOpen());
 }
 
+TEST_F(RPCServerTest, AnIdThatWouldMakeTheAnswerTooLongIsNone) {
+    const auto ask = [this](std::size_t length) {
+        return AskForError(R"({"jsonrpc":"2.0","method":"None","id":")" + std::string(length, 'i') + "\"}");
+    };
+    EXPECT_EQ("-32601 \"" + std::string(256, 'i') + "\"", ask(256));
+    EXPECT_EQ("-32600 null", ask(257));
+    EXPECT_EQ("-32600 null", ask(15 * 1024 * 1024));
+}
+
 TEST_F(RPCServerTest, AFrameThatIsNotJsonGetsAnErrorAndTheSessionCloses) {
     for (const std::string& frame :
          std::vector<std::string>{"", "no", "{\"jsonrpc\":", "\xFF", std::string(100000, '['),

@@ -122,6 +122,7 @@ bool ExternalAudioPluginScan::Launch() {
     try {
         Connect();
     } catch (...) {
+        ReleaseConnection();
         ScannerProcess::Terminate(mProcess);
         mProcess = nullptr;
         throw;

@@ -34,11 +34,11 @@ public:
                             [&locator](const BannedPlugin& plugin) { return plugin.locator == locator; });
     }
 
-    void SetBanned(std::vector<BannedPlugin> list) {
+    void SetBanned(const std::vector<BannedPlugin>& list) {
         const std::lock_guard<std::mutex> lock(mutex);
         banned.clear();
         reasons.clear();
-        for (BannedPlugin& plugin : list) Add(plugin.locator, plugin.reason);
+        for (const BannedPlugin& plugin : list) Add(plugin.locator, plugin.reason);
     }
 
     /// The caller holds `mutex`.

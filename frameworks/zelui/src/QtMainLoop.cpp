@@ -16,19 +16,10 @@ namespace {
 // Up to this interval the few milliseconds by which Qt may move a coarse timer would be heard and seen.
 const int kPreciseUpTo = 50;
 
-class CallEvent final : public QEvent {
-public:
-    explicit CallEvent(const zelcore::threads::MainLoop::Function& function) : QEvent(GetType()), mFunction(function) {}
-
-    static QEvent::Type GetType() {
-        static const QEvent::Type type = static_cast<QEvent::Type>(QEvent::registerEventType());
-        return type;
-    }
-    void Call() const { mFunction(); }
-
-private:
-    zelcore::threads::MainLoop::Function mFunction;
-};
+QEvent::Type GetCallType() {
+    static const QEvent::Type type = static_cast<QEvent::Type>(QEvent::registerEventType());
+    return type;
+}
 
 }  // namespace
 
@@ -37,24 +28,41 @@ QtMainLoop::QtMainLoop() = default;
 QtMainLoop::~QtMainLoop() { DropPosted(); }
 
 void QtMainLoop::DropPosted() {
-    QCoreApplication::removePostedEvents(this, CallEvent::GetType());
-    mPosted = 0;
+    QCoreApplication::removePostedEvents(this, GetCallType());
+    std::deque<Function> dropped;
+    {
+        const std::lock_guard lock(mPostedMutex);
+        dropped.swap(mPosted);
+    }
+    // They go outside the lock: what a function holds may post when it is destroyed.
 }
 
 // One event for each call: those posted meanwhile then wait for the next round, and a loop that a call runs goes on
 // with the calls behind it in their order.
 void QtMainLoop::Post(const Function& function) {
     if (!function) return;
-    ++mPosted;
-    QCoreApplication::postEvent(this, new CallEvent(function));
+    {
+        const std::lock_guard lock(mPostedMutex);
+        mPosted.push_back(function);
+    }
+    QCoreApplication::postEvent(this, new QEvent(GetCallType()));
 }
 
 bool QtMainLoop::event(QEvent* event) {
-    if (event->type() != CallEvent::GetType()) return QObject::event(event);
+    if (event->type() != GetCallType()) return QObject::event(event);
+    Function function;
+    bool isLast = true;
+    {
+        const std::lock_guard lock(mPostedMutex);
+        if (mPosted.empty()) return true;
+        function.swap(mPosted.front());
+        mPosted.pop_front();
+        isLast = mPosted.empty();
+    }
     // Qt under GLib forgets, once it has begun to deliver events, that there are more: the loop of a dialog opened by
     // this call would sleep on those behind it.
-    if (--mPosted > 0) QAbstractEventDispatcher::instance()->wakeUp();
-    static_cast<CallEvent*>(event)->Call();
+    if (!isLast) QAbstractEventDispatcher::instance()->wakeUp();
+    function();
     // Without GLib it sleeps, once the events are delivered, in a loop that the call has ended if the call has also let
     // events happen since.
     QAbstractEventDispatcher::instance()->wakeUp();

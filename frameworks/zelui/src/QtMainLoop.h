@@ -1,6 +1,7 @@
 #pragma once
 
-#include <atomic>
+#include <deque>
+#include <mutex>
 #include <QObject>
 #include <unordered_map>
 #include <vector>
@@ -51,7 +52,8 @@ private:
     void AddToNotifier(int descriptor, Id watch);
     void OnReadable(int descriptor);
 
-    std::atomic<long> mPosted{0};
+    std::mutex mPostedMutex;
+    std::deque<Function> mPosted;
     Id mLastId = 0;
     std::unordered_map<Id, Timer> mTimers;
     std::unordered_map<int, Id> mTimerOfQtTimer;

@@ -34,7 +34,7 @@ public:
     static constexpr std::size_t kMaxTextLength = 32768;
 
     bool operator==(const PluginLocator&) const = default;
-    auto operator<=>(const PluginLocator&) const = default;
+    auto operator<=>(const PluginLocator&) const = default;  // NOLINT(modernize-use-nullptr): misread by the checker
 
 private:
     TechnologyType mTechnology;

@@ -8,13 +8,19 @@ namespace tessaly {
 
 /// What the user asked for on the command line.
 struct CommandLine {
-    enum Command { kHelp, kScan, kList };
+    enum Command { kHelp, kScan, kList, kEdit };
+    /// Which colours the windows have; kSystem follows the desktop.
+    enum Theme { kSystem, kLight, kDark };
 
     Command command = kHelp;
     bool inProcess = false;  ///< --in-process: load the plug-ins in this process
     bool rescan = false;     ///< --rescan: also what is known and unchanged
     bool json = false;       ///< --json: print for programs
     std::vector<std::string> folders;
+    std::string plugin;     ///< what to edit: a path, a component ID or a name
+    std::string component;  ///< --component: which of the effects of a file
+    Theme theme = kSystem;
+    std::string screenshot;  ///< --screenshot: where to write a picture of the window, instead of waiting for the user
 
     /// Thrown for arguments that make no sense; the text tells which.
     class Error : public std::runtime_error {

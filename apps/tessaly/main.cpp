@@ -7,6 +7,7 @@
 
 #include "CatalogueReport.h"
 #include "CommandLine.h"
+#include "EditCommand.h"
 #include "Preferences.h"
 #include "ScanCommand.h"
 
@@ -27,12 +28,20 @@ int Scan(const CommandLine& line, int& argc, char** argv) {
     return ScanCommand(line).Run();
 }
 
+int Edit(const CommandLine& line, int& argc, char** argv) {
+    zelui::Application application(argc, argv);
+    Preferences::Load();
+    return EditCommand(line).Run(application);
+}
+
 int RunCommand(const CommandLine& line, int& argc, char** argv) {
     switch (line.command) {
         case CommandLine::kScan:
             return Scan(line, argc, argv);
         case CommandLine::kList:
             return List(line);
+        case CommandLine::kEdit:
+            return Edit(line, argc, argv);
         case CommandLine::kHelp:
             break;
     }

@@ -89,6 +89,12 @@ protected:
         }
     }
 
+    /// Only for parameters that are there.
+    virtual void SetParameter(std::int32_t index, float value) {
+        mValues[static_cast<std::size_t>(index)] = std::clamp(value, 0.0f, 1.0f);
+    }
+    virtual float GetParameter(std::int32_t index) { return mValues[static_cast<std::size_t>(index)]; }
+
     /// Writes a text with its NUL into a buffer of `size` bytes.
     static std::intptr_t Answer(void* pointer, std::size_t size, const char* text) {
         std::snprintf(static_cast<char*>(pointer), size, "%s", text);
@@ -119,12 +125,10 @@ private:
         return Of(effect).Dispatch(operation, index, value, pointer, number);
     }
     static void OnSetParameter(vst2::Effect* effect, std::int32_t index, float value) {
-        if (Of(effect).HasParameter(index)) {
-            Of(effect).mValues[static_cast<std::size_t>(index)] = std::clamp(value, 0.0f, 1.0f);
-        }
+        if (Of(effect).HasParameter(index)) Of(effect).SetParameter(index, value);
     }
     static float OnGetParameter(vst2::Effect* effect, std::int32_t index) {
-        return Of(effect).HasParameter(index) ? Of(effect).mValues[static_cast<std::size_t>(index)] : 0.0f;
+        return Of(effect).HasParameter(index) ? Of(effect).GetParameter(index) : 0.0f;
     }
     static void OnProcess(vst2::Effect* effect, float** inputs, float** outputs, std::int32_t frames) {
         Of(effect).Process(inputs, outputs, frames);

@@ -4,32 +4,17 @@
 #include <array>
 #include <cstdio>
 #include <optional>
-#include <set>
 
-#include <zelaudiofilterhost/PluginModuleInfo.h>
 #include <zelcore/Utf.h>
 
 #include "PluginCall.h"
 #include "Vst2Instance.h"
 #include "Vst2Module.h"
+#include "Vst2Shell.h"
 
 namespace zelaudiofilterhost {
 
 namespace {
-
-/// One entry of a shell's list.
-struct ShellEntry {
-    std::int32_t id;
-    zelcore::ustring name;
-};
-
-zelcore::ustring IdText(const char* prefix, std::uint32_t id) {
-    std::array<char, 32> text = {};
-    std::snprintf(text.data(), text.size(), "%s%08X", prefix, id);
-    return zelcore::utility::AsciiToUTF16(text.data());
-}
-
-zelcore::ustring ShellIdText(const ShellEntry& entry) { return IdText("", static_cast<std::uint32_t>(entry.id)); }
 
 const char* CategoryText(std::intptr_t category) {
     switch (category) {
@@ -108,21 +93,7 @@ PluginComponentInfo DescribeInstance(const Vst2Instance& instance) {
     return info;
 }
 
-/// A shell that starts over, or never ends, is left where it repeats itself.
-std::vector<ShellEntry> ListShell(const Vst2Instance& shell) {
-    std::vector<ShellEntry> entries;
-    std::set<std::int32_t> seen;
-    while (entries.size() < kMaxComponents) {
-        std::intptr_t id = 0;
-        const zelcore::ustring name = shell.GetText(vst2::kShellGetNextPlugin, &id);
-        const auto shortId = static_cast<std::int32_t>(id);
-        if (shortId == 0 || !seen.insert(shortId).second) break;
-        entries.push_back({shortId, name});
-    }
-    return entries;
-}
-
-PluginComponentInfo DescribeShellEntry(const Vst2Module& module, const ShellEntry& entry) {
+PluginComponentInfo DescribeShellEntry(const Vst2Module& module, const Vst2ShellEntry& entry) {
     PluginComponentInfo info = DescribeInstance(Vst2Instance(module, entry.id));
     // The list's name tells the variants of an effect apart, and its id is the one that makes the effect again.
     if (!entry.name.empty()) info.name = entry.name;
@@ -131,15 +102,15 @@ PluginComponentInfo DescribeShellEntry(const Vst2Module& module, const ShellEntr
 }
 
 /// The components of a shell that can be made. One that cannot costs no other its place.
-std::vector<PluginComponentInfo> DescribeShell(const Vst2Module& module, const std::vector<ShellEntry>& entries,
+std::vector<PluginComponentInfo> DescribeShell(const Vst2Module& module, const std::vector<Vst2ShellEntry>& entries,
                                                const zelcore::ustring& subcomponent) {
     std::vector<PluginComponentInfo> components;
     std::optional<PluginLoadError> firstError;
-    for (const ShellEntry& entry : entries) {
-        if (!subcomponent.empty() && ShellIdText(entry) != subcomponent) continue;
+    for (const Vst2ShellEntry& entry : entries) {
+        if (!subcomponent.empty() && Vst2IdText(entry.id) != subcomponent) continue;
         try {
             components.push_back(DescribeShellEntry(module, entry));
-            if (entries.size() > 1) components.back().subcomponent = ShellIdText(entry);
+            if (entries.size() > 1) components.back().subcomponent = Vst2IdText(entry.id);
         } catch (const PluginLoadError& error) {
             if (!firstError) firstError = error;
         }
@@ -153,13 +124,13 @@ std::vector<PluginComponentInfo> DescribeShell(const Vst2Module& module, const s
 PluginDescription DescribeVst2(const std::string& path, const zelcore::ustring& subcomponent) {
     const Vst2Module module(path);
     PluginDescription description;
-    std::vector<ShellEntry> entries;
+    std::vector<Vst2ShellEntry> entries;
     bool isShell = false;
     {
         const Vst2Instance instance(module, 0);
-        isShell = instance.Dispatch(vst2::kGetCategory) == vst2::kCategoryShell;
+        isShell = IsVst2Shell(instance);
         if (isShell) {
-            entries = ListShell(instance);
+            entries = ListVst2Shell(instance);
             description.name = instance.GetText(vst2::kGetEffectName);
             if (description.name.empty()) description.name = instance.GetText(vst2::kGetProductText);
         } else if (subcomponent.empty()) {
@@ -168,7 +139,8 @@ PluginDescription DescribeVst2(const std::string& path, const zelcore::ustring& 
     }
     if (isShell) description.components = DescribeShell(module, entries, subcomponent);
     for (PluginComponentInfo& component : description.components) {
-        component.componentId = IdText("VST-", component.uniqueId);
+        component.componentId =
+            zelcore::utility::AsciiToUTF16("VST-") + Vst2IdText(static_cast<std::int32_t>(component.uniqueId));
     }
     return description;
 }

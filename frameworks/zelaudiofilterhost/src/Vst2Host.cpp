@@ -1,7 +1,11 @@
 #include "Vst2Host.h"
 
 #include <atomic>
+#include <cmath>
 #include <cstring>
+
+#include "Vst2HostClient.h"
+#include "Vst2HostConnection.h"
 
 namespace zelaudiofilterhost {
 
@@ -33,11 +37,26 @@ std::intptr_t AnswerCanDo(const void* pointer) {
     return 0;
 }
 
+double GetSampleRate(const vst2::Effect* effect) {
+    const Vst2HostConnection::Use client(effect);
+    return client ? client->GetSampleRate() : Vst2Host::kSampleRate;
+}
+
+std::intptr_t GetBlockSize(const vst2::Effect* effect) {
+    const Vst2HostConnection::Use client(effect);
+    return client ? client->GetBlockSize() : Vst2Host::kBlockSize;
+}
+
+std::intptr_t GetProcessLevel(const vst2::Effect* effect) {
+    const Vst2HostConnection::Use client(effect);
+    return client ? client->GetProcessLevel() : vst2::kLevelUser;
+}
+
 /// Made anew for each question and each thread: what is handed out is the plug-in's to scribble on.
-std::intptr_t AnswerTime() {
+std::intptr_t AnswerTime(const vst2::Effect* effect) {
     thread_local vst2::TimeInfo time;
     time = vst2::TimeInfo();
-    time.sampleRate = Vst2Host::kSampleRate;
+    time.sampleRate = GetSampleRate(effect);
     time.tempo = kTempo;
     time.beatsPerBar = 4;
     time.beatUnit = 4;
@@ -47,25 +66,25 @@ std::intptr_t AnswerTime() {
 
 }  // namespace
 
-std::intptr_t Vst2Host::Callback(vst2::Effect*, std::int32_t operation, std::int32_t, std::intptr_t, void* pointer,
-                                 float) noexcept {
+std::intptr_t Vst2Host::Callback(vst2::Effect* effect, std::int32_t operation, std::int32_t, std::intptr_t,
+                                 void* pointer, float) noexcept {
     switch (operation) {
         case vst2::kHostVersion:
             return kVstVersion;
         case vst2::kHostCurrentId:
             return gWantedComponent.load();
         case vst2::kHostGetTime:
-            return AnswerTime();
+            return AnswerTime(effect);
         case vst2::kHostTempoAt:
             return static_cast<std::intptr_t>(kTempo * 10000);
         case vst2::kHostGetSampleRate:
-            return static_cast<std::intptr_t>(kSampleRate);
+            return std::lround(GetSampleRate(effect));
         case vst2::kHostGetBlockSize:
-            return kBlockSize;
+            return GetBlockSize(effect);
         case vst2::kHostWillReplace:
             return 1;
         case vst2::kHostGetProcessLevel:
-            return vst2::kLevelUser;
+            return GetProcessLevel(effect);
         case vst2::kHostGetAutomationState:
             return kAutomationOff;
         case vst2::kHostGetVendorText:

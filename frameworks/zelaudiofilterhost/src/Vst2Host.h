@@ -9,8 +9,8 @@ namespace zelaudiofilterhost {
 /// The host as VST2 plug-ins see it: the callback that every module gets. It answers from any thread, at any time
 /// (before a plug-in has an effect, after it is closed) and whatever is passed in.
 ///
-/// What it answers is true of a host that has stopped transport and nothing connected; calls that only mean something
-/// for a plug-in at work are acknowledged or refused.
+/// What it answers is true of a host that has stopped transport and nothing connected. Where the answer depends on how
+/// the effect is run, its Vst2HostClient gives it; the constants below stand for one that has none (yet).
 class Vst2Host {
 public:
     static constexpr double kSampleRate = 48000.0;

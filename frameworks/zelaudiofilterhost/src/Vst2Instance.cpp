@@ -34,8 +34,13 @@ std::intptr_t Vst2Instance::Dispatch(vst2::EffectOperation operation, std::int32
 }
 
 zelcore::ustring Vst2Instance::GetText(vst2::EffectOperation operation, std::intptr_t* answer) const {
+    return GetTextOf(operation, 0, answer);
+}
+
+zelcore::ustring Vst2Instance::GetTextOf(vst2::EffectOperation operation, std::int32_t index,
+                                         std::intptr_t* answer) const {
     std::array<char, kTextBufferSize> buffer = {};
-    const std::intptr_t result = Dispatch(operation, 0, 0, buffer.data());
+    const std::intptr_t result = Dispatch(operation, index, 0, buffer.data());
     if (answer != nullptr) *answer = result;
     return CleanPluginText(buffer.data(), buffer.size());
 }

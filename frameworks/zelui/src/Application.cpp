@@ -9,6 +9,7 @@
 #include "OpenDialogs.h"
 #include "PlatformChoice.h"
 #include "QtMainLoop.h"
+#include "ThemeWatch.h"
 
 namespace zelui {
 
@@ -65,6 +66,7 @@ Application::Application(int& argc, char** argv) {
     if (!QCoreApplication::instance()) own = MakeQtApplication(argc, argv);
     mState.reset(new State{std::move(own), {}, 0});
     zelcore::threads::MainLoop::Install(&mState->loop);
+    ui::ThemeWatch::Get();
     sExists = true;
 }
 
@@ -73,6 +75,7 @@ Application::~Application() {
     mState->loop.DropPosted();
     OpenDialogs::AbandonAll();
     DeleteDialogWindows();
+    ui::ThemeWatch::Stop();
     sExists = false;
 }
 

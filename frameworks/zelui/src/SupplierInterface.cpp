@@ -1,20 +1,16 @@
 #include <zelui/SupplierInterface.h>
 
+#include "QtSupplier.h"
+
 namespace zelui {
 namespace drawbot {
-
-namespace {
-
-class ScreenSupplier final : public SupplierInterface {};
-
-}  // namespace
 
 SupplierInterface::SupplierInterface() = default;
 
 SupplierInterface::~SupplierInterface() = default;
 
 const SupplierInterface* SupplierInterface::GetDefault() {
-    static const ScreenSupplier supplier;
+    static const QtSupplier supplier;
     return &supplier;
 }
 

@@ -22,7 +22,7 @@ struct PluginComponentInfo {
     static constexpr std::size_t kMaxTextLength = 256;
     static constexpr std::size_t kMaxBuses = 64;
     static constexpr int kMaxChannels = 1024;
-    static constexpr int kMaxParameters = 1 << 20;
+    static constexpr int kMaxParameters = 1 << 16;
 
     zelcore::ustring componentId;   ///< unique among all components: "VST-" or "VST3-" and the format's own id in hex
     zelcore::ustring subcomponent;  ///< which component of its file; empty where the file has only this one

@@ -1,13 +1,15 @@
 #pragma once
 
-#include <QString>
+#include <memory>
 
+#include <boost/intrusive_ptr.hpp>
+#include <QString>
+#include <QWidget>
 #include <zelcore/PlatformHandles.h>
 #include <zelcore/ustring.h>
 
 #include <zelui/Export.h>
-
-class QWidget;
+#include <zelui/UI_Node.h>
 
 /// The one place where a Qt host meets the toolkit's types.
 namespace zelui {
@@ -20,6 +22,37 @@ ZELUI_API zelcore::ustring FromQString(const QString& text);
 ZELUI_API QWidget* FindWidget(HWND window);
 /// The native window of a widget; makes it native when it is not yet.
 ZELUI_API HWND GetWindowHandle(QWidget* widget);
+
+/// The widget that stands for a node; null while the node is not in view. It may go and come again with scrolling, so
+/// that nobody keeps it.
+ZELUI_API QWidget* GetWidget(const ui::UI_Node& node);
+/// The node that a widget, or the nearest widget round it, stands for; null for a widget of the host.
+ZELUI_API ui::UI_Node* GetNode(const QWidget* widget);
+
+/// A widget of a Qt host that shows a node tree. It holds the tree's root, shows it, and has its size, always; where it
+/// stands in a scroll area the widgets of what is out of view do not exist. The root's own left and top do not matter.
+///
+/// The Tab key goes through the nodes in their order, then on to the host's next widget. Keys that no node used reach
+/// the host's widgets round it as Qt events, as do clicks. A root is in one widget at a time; another one takes it over.
+/// Main thread.
+class ZELUI_API NodeWidget : public QWidget {
+public:
+    explicit NodeWidget(const boost::intrusive_ptr<ui::UI_Node>& root, QWidget* parent = nullptr);
+    ~NodeWidget() override;
+
+    const boost::intrusive_ptr<ui::UI_Node>& GetRoot() const;
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+protected:
+    bool focusNextPrevChild(bool next) override;
+    void focusInEvent(QFocusEvent* event) override;
+    bool event(QEvent* event) override;
+
+private:
+    std::unique_ptr<NodeHost> mHost;
+};
 
 }  // namespace qt
 }  // namespace zelui

@@ -1,0 +1,58 @@
+#include "Vst3AudioFilter.h"
+
+#include <algorithm>
+#include <utility>
+
+#include <zelaudiofilterhost/PluginDescription.h>
+#include <zelcore/Utf.h>
+
+#include "PluginCall.h"
+#include "Vst3MemoryStream.h"
+#include "Vst3Module.h"
+
+namespace zelaudiofilterhost {
+
+Vst3AudioFilter::Vst3AudioFilter(std::shared_ptr<Vst3Module> module, const Vst3Class& effectClass,
+                                 const PluginComponentInfo& component)
+    : mComponentId(component.componentId),
+      mName(component.name.empty() ? effectClass.name : component.name),
+      mHandler(Vst3Ptr<Vst3EditHandler>::Adopt(new Vst3EditHandler)),
+      mInstance(std::move(module), effectClass, *mHandler.Get()),
+      mParameters(mInstance.GetController()),
+      mProcessor(mInstance.GetComponent(), mParameters.GetToProcessor(), mParameters.GetFromProcessor()) {
+    SynchroniseController();
+    mHandler->SetTarget(&mParameters);
+}
+
+Vst3AudioFilter::~Vst3AudioFilter() { mHandler->SetTarget(nullptr); }
+
+int Vst3AudioFilter::GetEffectChannelCount(Direction direction) const {
+    return mProcessor.GetChannelCount(direction == kInput ? Steinberg::Vst::kInput : Steinberg::Vst::kOutput);
+}
+
+bool Vst3AudioFilter::StartProcessing(double sampleRate, int maximumFrames) {
+    return mProcessor.Start(sampleRate, maximumFrames, GetParameterCount());
+}
+
+void Vst3AudioFilter::SynchroniseController() {
+    if (mInstance.GetController() == nullptr) return;
+    CallPluginQuietly([this] {
+        const auto state = Vst3Ptr<Vst3MemoryStream>::Adopt(new Vst3MemoryStream);
+        if (mInstance.GetComponent().getState(state.Get()) != Steinberg::kResultOk) return;
+        state->seek(0, Steinberg::IBStream::kIBSeekSet, nullptr);
+        mInstance.GetController()->setComponentState(state.Get());
+    });
+}
+
+boost::intrusive_ptr<AudioFilter> MakeVst3AudioFilter(const std::string& path, const PluginComponentInfo& component,
+                                                      const zelcore::ustring& /*subcomponent*/) {
+    const std::shared_ptr<Vst3Module> module = Vst3Module::Open(path);
+    const std::vector<Vst3Class> classes = module->ListClasses();
+    const auto found = std::find_if(classes.begin(), classes.end(), [&component](const Vst3Class& effectClass) {
+        return zelcore::utility::AsciiToUTF16("VST3-") + effectClass.GetIdText() == component.componentId;
+    });
+    if (found == classes.end()) throw PluginLoadError("does not contain this component any more");
+    return boost::intrusive_ptr<AudioFilter>(new Vst3AudioFilter(module, *found, component));
+}
+
+}  // namespace zelaudiofilterhost

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include <boost/intrusive_ptr.hpp>
+#include <zelaudiofilterhost/AudioFilter.h>
+#include <zelaudiofilterhost/PluginComponentInfo.h>
+
+#include "Vst3EditHandler.h"
+#include "Vst3Instance.h"
+#include "Vst3Parameters.h"
+#include "Vst3Processor.h"
+#include "Vst3Ptr.h"
+
+namespace zelaudiofilterhost {
+
+/// A live VST3 effect.
+class Vst3AudioFilter final : public AudioFilter {
+public:
+    /// Makes and opens `effectClass` of the module, which `component` describes. Throws PluginLoadError.
+    Vst3AudioFilter(std::shared_ptr<Vst3Module> module, const Vst3Class& effectClass,
+                    const PluginComponentInfo& component);
+
+    ustring GetComponentID() const override { return mComponentId; }
+    ustring GetName() const override { return mName; }
+    int GetParameterCount() const override { return mParameters.GetCount(); }
+    boost::intrusive_ptr<AudioFilterParameterInfo> GetParameterInfo(int index) const override {
+        return mParameters.GetInfo(index);
+    }
+    float GetParameterValue(int index) const override { return mParameters.GetValue(index); }
+    void SetParameterValue(int index, float value) override { mParameters.SetValue(index, value); }
+    ustring GetParameterValueString(int index) const override { return mParameters.GetValueString(index); }
+    int GetEffectChannelCount(Direction direction) const override;
+    bool StartProcessing(double sampleRate, int maximumFrames) override;
+    void StopProcessing() override { mProcessor.Stop(); }
+    void ProcessEffect(const float* const* inputs, float* const* outputs, int frames) override {
+        mProcessor.Process(inputs, outputs, frames);
+    }
+
+protected:
+    ~Vst3AudioFilter() override;
+
+private:
+    /// Tells the controller the values that the component has.
+    void SynchroniseController();
+
+    ustring mComponentId;
+    ustring mName;
+    // In this order: processing ends first, the plug-in may still report its edits while it is ended.
+    Vst3Ptr<Vst3EditHandler> mHandler;
+    Vst3Instance mInstance;
+    /// Asking for a value hands the controller what the processor has told meanwhile.
+    mutable Vst3Parameters mParameters;
+    Vst3Processor mProcessor;
+};
+
+/// Makes a filter of the class that `component` names, from the module at the full path `path` (UTF-8). The class's id
+/// says everything that the subcomponent says. Throws PluginLoadError. Main thread.
+boost::intrusive_ptr<AudioFilter> MakeVst3AudioFilter(const std::string& path, const PluginComponentInfo& component,
+                                                      const zelcore::ustring& subcomponent);
+
+}  // namespace zelaudiofilterhost

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <boost/intrusive_ptr.hpp>
+#include <pluginterfaces/vst/ivsteditcontroller.h>
+#include <zelaudiofilterhost/AudioFilterParameterInfo.h>
+#include <zelcore/ustring.h>
+
+#include "Vst3ParameterMailbox.h"
+
+namespace zelaudiofilterhost {
+
+/// The parameters of one VST3 effect as its edit controller tells them, and their way between the controller and the
+/// processor. The controller is asked each time: a parameter may be renamed, moved or gone at any time, and what is not
+/// kept needs no telling. Main thread; no exception of the plug-in's comes out.
+class Vst3Parameters {
+public:
+    /// `controller` may be null (no parameters) and outlives the object.
+    explicit Vst3Parameters(Steinberg::Vst::IEditController* controller);
+
+    int GetCount() const;
+    boost::intrusive_ptr<AudioFilterParameterInfo> GetInfo(int index) const;
+    float GetValue(int index);
+    ustring GetValueString(int index);
+    /// Tells the controller, and the processor with its next block.
+    void SetValue(int index, float value);
+
+    /// A value that the controller has by itself and the processor must learn.
+    void OnEdited(Steinberg::Vst::ParamID id, double value);
+
+    /// Where processing takes the values for the processor from: received there.
+    Vst3ParameterMailbox& GetToProcessor() { return mToProcessor; }
+    /// Where processing puts the values that the processor tells: sent there. The controller gets them when it is asked
+    /// for a value the next time.
+    Vst3ParameterMailbox& GetFromProcessor() { return mFromProcessor; }
+
+private:
+    bool Find(int index, Steinberg::Vst::ParameterInfo& info) const;
+    double Ask(Steinberg::Vst::ParamID id) const;
+    bool Tell(Steinberg::Vst::ParamID id, double value);
+    void TakeFromProcessor();
+
+    Steinberg::Vst::IEditController* mController;
+    Vst3ParameterMailbox mToProcessor;
+    Vst3ParameterMailbox mFromProcessor;
+};
+
+}  // namespace zelaudiofilterhost

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <zelui/UI_ControlView.h>
+
+namespace zelui {
+namespace controls {
+
+/// Told when a button was pressed and released, or a check box toggled.
+class ZELUI_API UI_ButtonChangedMessage : public UI_ControlChangedMessage {
+public:
+    explicit UI_ButtonChangedMessage(const boost::intrusive_ptr<UI_ControlView>& button);
+    ~UI_ButtonChangedMessage() override;
+};
+
+/// What all buttons are: they take the focus, and tell when they were used, by a click or by the space bar.
+class ZELUI_API UI_Button : public UI_ControlView {
+public:
+    typedef boost::function<void(UI_ButtonChangedMessage*)> ButtonChangedFunction;
+
+    using UI_ControlView::NotifyWhenChanged;
+    /// Has `function` called each time that the button was used. As NotifyWhenChanged of every control, which is called
+    /// as well, after this one.
+    void NotifyWhenChanged(const boost::shared_ptr<ButtonChangedFunction>& function);
+
+    void SetText(const zelcore::ustring& text);
+    const zelcore::ustring& GetText() const { return mText; }
+
+protected:
+    UI_Button();
+    ~UI_Button() override;
+
+    void TellUsed();
+
+private:
+    boost::shared_ptr<ButtonChangedFunction> mButtonChanged;
+    zelcore::ustring mText;
+};
+
+}  // namespace controls
+}  // namespace zelui

@@ -1,0 +1,73 @@
+#pragma once
+
+#include <utility>
+
+#include <zelui/UI_InteractiveControlView.h>
+
+namespace zelui {
+namespace controls {
+
+enum SliderDirection { kSliderHorizontal = 0, kSliderVertical = 1 };
+
+/// What all sliders over values of type T are. A value that is no number is ignored.
+template <typename T>
+class UI_SliderT : public UI_InteractiveControlView {
+public:
+    typedef std::pair<T, T> Range;
+
+    /// The values at the slider's two ends, the lower one first; the value is moved into it. From 0 to 1 at first. Ends
+    /// that are equal, the wrong way round or no numbers change nothing.
+    void SetValueRange(const Range& range);
+    const Range& GetValueRange() const { return mRange; }
+    /// The part of the range that the user can reach; all of it at first. Parts outside the range count for nothing.
+    void SetExtent(const Range& extent);
+    const Range& GetExtent() const { return mExtent; }
+
+    /// The value: exactly the one that was set, moved into the range, until the user moves the slider.
+    T GetValue() const { return mValue; }
+    void SetValue(T value);
+
+protected:
+    explicit UI_SliderT(bool wantsKeyboardFocus);
+    ~UI_SliderT() override;
+
+    /// Takes a value of the user's, moved into range and extent. True when it is another one than before.
+    bool TakeUserValue(T value);
+
+private:
+    Range mRange;
+    Range mExtent;
+    T mValue;
+};
+
+extern template class ZELUI_API UI_SliderT<double>;
+
+/// A slider with a handle on a track.
+///
+/// By mouse: dragging the handle is a gesture; a click beside it takes it there and goes on as a drag; with Shift held
+/// the drag is ten times as fine. By keyboard: the arrow keys move by a hundredth of the range, with Shift by a
+/// thousandth, Page Up and Page Down by a tenth, Home and End to its ends; from the press to the release of a key, its
+/// repetitions included, is one gesture. Escape during a gesture takes the value back (one change) and cancels it. The
+/// wheel moves the slider only while it has the keyboard focus, each notch a gesture of its own, so that a list of
+/// sliders can be scrolled. Losing the focus, being hidden or disabled ends a gesture.
+class ZELUI_API UI_Slider : public UI_SliderT<double> {
+public:
+    /// `reversed` has the lower end at the right, or at the top.
+    UI_Slider(SliderDirection direction, bool reversed);
+
+    SliderDirection GetDirection() const { return mDirection; }
+    bool IsReversed() const { return mReversed; }
+
+protected:
+    ~UI_Slider() override;
+    std::unique_ptr<Peer> UI_MakePeer() override;
+
+private:
+    class SliderPeer;
+
+    const SliderDirection mDirection;
+    const bool mReversed;
+};
+
+}  // namespace controls
+}  // namespace zelui

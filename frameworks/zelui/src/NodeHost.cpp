@@ -1,0 +1,365 @@
+#include "NodeHost.h"
+
+#include <cmath>
+#include <QAccessible>
+#include <QCoreApplication>
+#include <QEvent>
+#include <QScopedValueRollback>
+#include <QScrollArea>
+#include <stdexcept>
+#include <zelui/Theme.h>
+#include <zelui/UI_Container.h>
+
+#include "NodePeer.h"
+#include "ThemeChanges.h"
+
+namespace zelui {
+
+using ui::UI_Container;
+using ui::UI_Node;
+
+namespace {
+
+const QEvent::Type kUpdateEvent = static_cast<QEvent::Type>(QEvent::registerEventType());
+
+QRectF ToQRectF(const zelcore::geom::RectF& rect) { return QRectF(rect.left, rect.top, rect.width, rect.height); }
+
+Qt::FocusReason ToQtReason(ui::FocusChangeReason reason) {
+    switch (reason) {
+        case ui::kFocusByMouse:
+            return Qt::MouseFocusReason;
+        case ui::kFocusByAdvance:
+            return Qt::TabFocusReason;
+        case ui::kFocusByReverse:
+            return Qt::BacktabFocusReason;
+        case ui::kFocusByWindow:
+            return Qt::ActiveWindowFocusReason;
+        case ui::kFocusByProgram:
+        case ui::kFocusLeftOver:
+            break;
+    }
+    return Qt::OtherFocusReason;
+}
+
+ui::FocusChangeReason GetReason(bool forward) { return forward ? ui::kFocusByAdvance : ui::kFocusByReverse; }
+
+void ScrollIntoView(QWidget& widget) {
+    for (QWidget* parent = widget.parentWidget(); parent != nullptr; parent = parent->parentWidget()) {
+        if (QScrollArea* const area = qobject_cast<QScrollArea*>(parent)) area->ensureWidgetVisible(&widget);
+    }
+}
+
+const boost::intrusive_ptr<UI_Node>& CheckRoot(const boost::intrusive_ptr<UI_Node>& root) {
+    if (root && root->UI_GetParentNode() == nullptr) return root;
+    throw std::invalid_argument("NodeHost: the root of a tree is needed");
+}
+
+/// The stops of the Tab key in their order, and where among them a node stands that need not be one itself.
+struct Stops {
+    const UI_Node* place;
+    std::vector<boost::intrusive_ptr<UI_Node>> nodes = {};
+    std::size_t before = 0;  ///< how many come before that node
+    std::size_t upTo = 0;    ///< the same with the node itself
+};
+
+}  // namespace
+
+/// What is in view, in the coordinates of a node's parent: inside `wanted` there are widgets, outside `kept` there need
+/// be none. Between the two they stay, so that scrolling to and fro does not make the same ones again and again.
+struct NodeHost::View {
+    QRectF wanted;
+    QRectF kept;
+
+    View In(const QRectF& frame) const {
+        return {(wanted & frame).translated(-frame.topLeft()), (kept & frame).translated(-frame.topLeft())};
+    }
+};
+
+NodeHost::NodeHost(QWidget& surface, const NodePtr& root)
+    : mSurface(surface), mRoot(CheckRoot(root)), mThemeObserver(ui::AddThemeObserver([this] { TellThemeChanged(); })) {
+    if (root->mHost != nullptr) root->mHost->Detach();
+    root->SetHost(this);
+    root->UI_Show(true);
+    mSurface.resize(GetSize());
+    WatchAncestors();
+    Update();
+}
+
+NodeHost::~NodeHost() {
+    ui::RemoveThemeObserver(mThemeObserver);
+    for (const QPointer<QWidget>& widget : mWatched) {
+        if (widget) widget->removeEventFilter(this);
+    }
+    Detach();
+}
+
+void NodeHost::Detach() {
+    const NodePtr root = std::move(mRoot);
+    mRoot.reset();
+    if (root) root->SetHost(nullptr);
+}
+
+NodeHost* NodeHost::Of(const UI_Node& node) { return node.mHost; }
+
+QSize NodeHost::GetSize() const {
+    if (!mRoot) return QSize(0, 0);
+    return QSize(static_cast<int>(std::lround(mRoot->mFrame.width)), static_cast<int>(std::lround(mRoot->mFrame.height)));
+}
+
+// What is in view
+
+QRect NodeHost::GetViewRect() const {
+    if (!mSurface.isVisible()) return QRect();
+    QRect view = mSurface.rect();
+    QPoint offset;
+    for (const QWidget* widget = &mSurface; !widget->isWindow() && widget->parentWidget() != nullptr;
+         widget = widget->parentWidget()) {
+        offset += widget->pos();
+        view = view.translated(widget->pos()) & widget->parentWidget()->rect();
+    }
+    return view.translated(-offset);
+}
+
+void NodeHost::Update() {
+    mUpdateScheduled = false;
+    if (mUpdating || !mRoot) return;
+    const QScopedValueRollback<bool> updating(mUpdating, true);
+    QRectF view = GetViewRect();
+    // Screen readers list everything that there is, seen or not.
+    if (!view.isEmpty() && QAccessible::isActive()) view = ToQRectF(mRoot->mFrame);
+    if (view.isEmpty()) return;
+    const qreal near = view.height() / 2;
+    const qreal far = view.height() * 2;
+    const QPointF origin = ToQRectF(mRoot->mFrame).topLeft();
+    const QRectF wanted = view.adjusted(-view.width() / 2, -near, view.width() / 2, near);
+    const QRectF kept = view.adjusted(-view.width() * 2, -far, view.width() * 2, far);
+    const NodePtr root = mRoot;
+    Walk(*root, {wanted.translated(origin), kept.translated(origin)}, mSurface, nullptr);
+}
+
+void NodeHost::Walk(UI_Node& node, const View& view, QWidget& parent, QWidget* above) {
+    if (!node.mShown) return;
+    const QRectF frame = ToQRectF(node.mFrame);
+    const bool wanted = view.wanted.intersects(frame);
+    if (!node.mPeer) {
+        if (wanted) Create(node, parent, above);
+    } else if (!wanted && !view.kept.intersects(frame) && CanBeReleased(node)) {
+        node.DropPeers();
+    }
+    QWidget* const widget = node.mPeer ? node.mPeer->GetWidget() : nullptr;
+    UI_Container* const container = node.UI_AsContainer();
+    if (widget == nullptr || container == nullptr) return;
+    const View inside = view.In(frame);
+    QWidget* aboveChild = nullptr;
+    // From the top one down: a widget that is made later than its neighbours has to go beneath those that cover it.
+    for (std::size_t i = container->ChildCount(); i-- > 0;) {
+        const NodePtr child = container->ChildAt(i);
+        Walk(*child, inside, *widget, aboveChild);
+        if (child->mPeer && child->mPeer->GetWidget() != nullptr) aboveChild = child->mPeer->GetWidget();
+    }
+}
+
+bool NodeHost::CanBeReleased(UI_Node& node) {
+    if (node.mPeer && !node.mPeer->CanBeReleased()) return false;
+    const UI_Container* const container = node.UI_AsContainer();
+    if (!node.mPeer || container == nullptr) return true;
+    for (std::size_t i = 0; i < container->ChildCount(); ++i) {
+        if (!CanBeReleased(*container->ChildAt(i))) return false;
+    }
+    return true;
+}
+
+void NodeHost::Create(UI_Node& node, QWidget& parent, QWidget* above) {
+    node.mPeer = node.UI_MakePeer();
+    if (node.mPeer) node.mPeer->Realize(parent, above);
+}
+
+QWidget* NodeHost::RealizeNow(UI_Node& node) {
+    QWidget* parent = &mSurface;
+    if (node.mParent != nullptr) parent = RealizeNow(*node.mParent);
+    if (parent == nullptr) return nullptr;
+    if (!node.mPeer) Create(node, *parent, nullptr);
+    return node.mPeer ? node.mPeer->GetWidget() : nullptr;
+}
+
+void NodeHost::ScheduleUpdate() {
+    if (mUpdateScheduled) return;
+    mUpdateScheduled = true;
+    QCoreApplication::postEvent(this, new QEvent(kUpdateEvent));
+}
+
+void NodeHost::OnFrameChanged(const UI_Node& node) {
+    if (&node == mRoot.get()) {
+        mSurface.resize(GetSize());
+        mSurface.updateGeometry();
+    }
+    ScheduleUpdate();
+}
+
+bool NodeHost::event(QEvent* event) {
+    if (event->type() != kUpdateEvent) return QObject::event(event);
+    if (mUpdateScheduled) Update();
+    return true;
+}
+
+// The surface's own events reach it through NodeWidget.
+bool NodeHost::eventFilter(QObject*, QEvent* event) {
+    switch (event->type()) {
+        case QEvent::Move:
+        case QEvent::Resize:
+        case QEvent::Show:
+        case QEvent::Hide:
+            ScheduleUpdate();
+            break;
+        case QEvent::ParentChange:
+            OnSurfaceChanged();
+            break;
+        default:
+            break;
+    }
+    return false;
+}
+
+void NodeHost::OnSurfaceChanged() {
+    WatchAncestors();
+    // At once: what scrolls into view must not be painted without its widgets first.
+    Update();
+}
+
+void NodeHost::WatchAncestors() {
+    std::vector<QPointer<QWidget>> ancestors;
+    for (QWidget* widget = &mSurface; !widget->isWindow() && widget->parentWidget() != nullptr;
+         widget = widget->parentWidget()) {
+        ancestors.emplace_back(widget->parentWidget());
+    }
+    if (ancestors == mWatched) return;
+    for (const QPointer<QWidget>& widget : mWatched) {
+        if (widget) widget->removeEventFilter(this);
+    }
+    for (const QPointer<QWidget>& widget : ancestors) widget->installEventFilter(this);
+    mWatched = ancestors;
+}
+
+// Painting
+
+void NodeHost::Invalidate(const UI_Node& node, const zelcore::geom::RectF* rect) {
+    QWidget* const widget = node.mPeer ? node.mPeer->GetWidget() : nullptr;
+    if (widget == nullptr) return;
+    if (rect == nullptr) {
+        widget->update();
+        // The node is all that stands in it.
+        for (QWidget* const child : widget->findChildren<QWidget*>()) child->update();
+        return;
+    }
+    widget->update(ToQRectF(*rect).translated(-ToQRectF(node.mFrame).topLeft()).toAlignedRect());
+}
+
+void NodeHost::PaintNow(const UI_Node& node, bool updateFirst) {
+    if (updateFirst && mUpdateScheduled) Update();
+    QWidget* const widget = node.mPeer ? node.mPeer->GetWidget() : nullptr;
+    if (widget == nullptr || !widget->isVisible()) return;
+    // Painting inside painting is what Qt cannot do; it follows at once anyway.
+    if (widget->testAttribute(Qt::WA_WState_InPaintEvent))
+        widget->update();
+    else
+        widget->repaint();
+}
+
+// Keyboard
+
+UI_Node* NodeHost::GetFocusNode() const {
+    const QWidget* const focus = mSurface.window()->focusWidget();
+    if (focus == nullptr || !mSurface.isAncestorOf(focus)) return nullptr;
+    const UI_Node::Peer* const peer = UI_Node::Peer::Around(focus);
+    return peer != nullptr ? &peer->GetNode() : nullptr;
+}
+
+bool NodeHost::GiveFocus(UI_Node& node, ui::FocusChangeReason reason) {
+    const NodePtr held(&node);
+    QPointer<QWidget> widget = RealizeNow(node);
+    if (!widget) return false;
+    widget->setFocus(ToQtReason(reason));
+    if (!widget) return false;
+    ScrollIntoView(*widget);
+    return widget && node.UI_HasKeyboardFocus(true);
+}
+
+namespace {
+
+void CollectStops(UI_Node& node, Stops& stops) {
+    const bool open = node.UI_IsShown() && !node.UI_IsDisabled();
+    if (&node == stops.place) stops.before = stops.upTo = stops.nodes.size();
+    if (!open) return;
+    if (node.UI_WantsKeyboardFocusFromAdvance()) stops.nodes.emplace_back(&node);
+    if (&node == stops.place) stops.upTo = stops.nodes.size();
+    UI_Container* const container = node.UI_AsContainer();
+    for (std::size_t i = 0; container != nullptr && i < container->ChildCount(); ++i)
+        CollectStops(*container->ChildAt(i), stops);
+}
+
+bool FocusFirstOf(const Stops& stops, std::size_t begin, std::size_t end, ui::FocusChangeReason reason) {
+    for (std::size_t i = begin; i < end; ++i) {
+        if (stops.nodes[i]->UI_GainKeyboardFocus(reason)) return true;
+    }
+    return false;
+}
+
+bool FocusLastOf(const Stops& stops, std::size_t end, ui::FocusChangeReason reason) {
+    for (std::size_t i = end; i-- > 0;) {
+        if (stops.nodes[i]->UI_GainKeyboardFocus(reason)) return true;
+    }
+    return false;
+}
+
+}  // namespace
+
+bool NodeHost::AdvanceFocus(bool forward) {
+    if (!mRoot) return false;
+    Stops stops{GetFocusNode()};
+    CollectStops(*mRoot, stops);
+    const ui::FocusChangeReason reason = GetReason(forward);
+    const bool moved = forward ? FocusFirstOf(stops, stops.upTo, stops.nodes.size(), reason)
+                               : FocusLastOf(stops, stops.before, reason);
+    return moved || LeaveFocus(forward) || EnterFocus(forward);
+}
+
+bool NodeHost::EnterFocus(bool forward) {
+    if (!mRoot) return false;
+    Stops stops{nullptr};
+    CollectStops(*mRoot, stops);
+    const ui::FocusChangeReason reason = GetReason(forward);
+    return forward ? FocusFirstOf(stops, 0, stops.nodes.size(), reason)
+                   : FocusLastOf(stops, stops.nodes.size(), reason);
+}
+
+// Qt's own chain holds the widgets of nodes in the order in which they came into view, which means nothing. None of them
+// takes the Tab key by its focus policy; here they are only stepped over.
+bool NodeHost::LeaveFocus(bool forward) {
+    for (QWidget* widget = &mSurface;;) {
+        widget = forward ? widget->nextInFocusChain() : widget->previousInFocusChain();
+        if (widget == nullptr || widget == &mSurface) return false;
+        const bool stop = (widget->focusPolicy() & Qt::TabFocus) != 0 && widget->focusProxy() == nullptr;
+        if (!stop || !widget->isVisible() || !widget->isEnabled() || mSurface.isAncestorOf(widget)) continue;
+        widget->setFocus(ToQtReason(GetReason(forward)));
+        return true;
+    }
+}
+
+void NodeHost::PassFocusOn(const UI_Node& node) {
+    Stops stops{&node};
+    if (mRoot) CollectStops(*mRoot, stops);
+    if (FocusFirstOf(stops, stops.upTo, stops.nodes.size(), ui::kFocusLeftOver)) return;
+    if (FocusLastOf(stops, stops.before, ui::kFocusLeftOver)) return;
+    if (QWidget* const focus = mSurface.window()->focusWidget()) focus->clearFocus();
+}
+
+void NodeHost::TellThemeChanged() {
+    const std::function<void(UI_Node&)> tell = [&tell](UI_Node& node) {
+        if (ui::ThemeClient* const client = dynamic_cast<ui::ThemeClient*>(&node)) client->UI_ThemeChanged();
+        node.ForEachChild(tell);
+    };
+    const NodePtr root = mRoot;
+    if (root) tell(*root);
+}
+
+}  // namespace zelui

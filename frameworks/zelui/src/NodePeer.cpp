@@ -1,0 +1,96 @@
+#include "NodePeer.h"
+
+#include <cmath>
+#include <QApplication>
+#include <QHash>
+#include <zelui/QtBridge.h>
+
+#include "PlainText.h"
+
+namespace zelui {
+namespace ui {
+
+namespace {
+
+typedef QHash<const QWidget*, UI_Node::Peer*> Registry;
+
+Registry& GetRegistry() {
+    static Registry* const registry = new Registry;
+    return *registry;
+}
+
+// Neighbours share an edge, and it has to fall on the same pixel for both.
+QRect ToPixels(const zelcore::geom::RectF& frame) {
+    const int left = static_cast<int>(std::lround(frame.left));
+    const int top = static_cast<int>(std::lround(frame.top));
+    return QRect(left, top, static_cast<int>(std::lround(frame.Right())) - left,
+                 static_cast<int>(std::lround(frame.Bottom())) - top);
+}
+
+}  // namespace
+
+UI_Node::Peer::Peer(UI_Node& node) : mNode(node) {}
+
+UI_Node::Peer::~Peer() {
+    if (mKey != nullptr) GetRegistry().remove(mKey);
+    if (!mWidget) return;
+    mWidget->disconnect();
+    mWidget->setObjectName(QString());
+    mWidget->hide();
+    mWidget->deleteLater();
+}
+
+void UI_Node::Peer::Realize(QWidget& parent, QWidget* above) {
+    if (mWidget) return;
+    mWidget = MakeWidget(parent);
+    mKey = mWidget;
+    GetRegistry().insert(mKey, this);
+    if (above != nullptr) mWidget->stackUnder(above);
+    Sync();
+}
+
+void UI_Node::Peer::Sync() {
+    if (!mWidget) return;
+    QRect geometry = ToPixels(mNode.mFrame);
+    if (mNode.mParent == nullptr) geometry.moveTo(0, 0);
+    mWidget->setGeometry(geometry);
+    mWidget->setEnabled(!mNode.mDisabled);
+    OnSync();
+    SyncNames();
+    if (mWidget) mWidget->setVisible(mNode.mShown);
+}
+
+void UI_Node::Peer::SyncNames() {
+    const zelcore::utf8string id = mNode.UI_GetID();
+    const QString objectName = QString::fromUtf8(id.data(), static_cast<qsizetype>(id.size()));
+    if (mWidget->objectName() != objectName) mWidget->setObjectName(objectName);
+    const zelcore::ustring setName = mNode.UI_GetAccessibleName();
+    const QString name = setName.empty() ? GetOwnAccessibleName() : qt::ToQString(setName);
+    if (mWidget->accessibleName() != name) mWidget->setAccessibleName(name);
+    const zelcore::ustring setToolTip = mNode.UI_GetToolTip();
+    const QString toolTip = setToolTip.empty() ? GetOwnToolTip() : ToToolTip(qt::ToQString(setToolTip));
+    if (mWidget->toolTip() != toolTip) mWidget->setToolTip(toolTip);
+}
+
+bool UI_Node::Peer::CanBeReleased() const {
+    if (!mWidget) return true;
+    const QWidget* const busy[] = {QApplication::focusWidget(), QWidget::mouseGrabber(), QWidget::keyboardGrabber(),
+                                   mWidget->window()->focusWidget()};
+    for (const QWidget* const widget : busy) {
+        if (widget != nullptr && (widget == mWidget || mWidget->isAncestorOf(widget))) return false;
+    }
+    return true;
+}
+
+UI_Node::Peer* UI_Node::Peer::Of(const QWidget* widget) { return GetRegistry().value(widget); }
+
+UI_Node::Peer* UI_Node::Peer::Around(const QWidget* widget) {
+    for (; widget != nullptr; widget = widget->parentWidget()) {
+        if (Peer* const peer = Of(widget)) return peer;
+        if (widget->isWindow()) break;
+    }
+    return nullptr;
+}
+
+}  // namespace ui
+}  // namespace zelui

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QWidget>
+#include <zelui/UI_Node.h>
+
+namespace zelui {
+
+/// The widget of a node that draws itself: hands painting and keys to the node.
+class NodeView : public QWidget {
+public:
+    explicit NodeView(QWidget& parent);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+
+private:
+    void OnKey(QKeyEvent& event);
+};
+
+}  // namespace zelui

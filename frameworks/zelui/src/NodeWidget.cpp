@@ -1,0 +1,61 @@
+#include <QEvent>
+#include <QFocusEvent>
+#include <zelui/QtBridge.h>
+
+#include "NodeHost.h"
+#include "NodePeer.h"
+
+namespace zelui {
+namespace qt {
+
+QWidget* GetWidget(const ui::UI_Node& node) {
+    const ui::UI_Node::Peer* const peer = node.UI_GetPeer();
+    return peer != nullptr ? peer->GetWidget() : nullptr;
+}
+
+ui::UI_Node* GetNode(const QWidget* widget) {
+    const ui::UI_Node::Peer* const peer = ui::UI_Node::Peer::Around(widget);
+    return peer != nullptr ? &peer->GetNode() : nullptr;
+}
+
+NodeWidget::NodeWidget(const boost::intrusive_ptr<ui::UI_Node>& root, QWidget* parent) : QWidget(parent) {
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    // Where the Tab key comes in. A click goes to the node that was clicked.
+    setFocusPolicy(Qt::TabFocus);
+    mHost = std::make_unique<NodeHost>(*this, root);
+}
+
+NodeWidget::~NodeWidget() = default;
+
+const boost::intrusive_ptr<ui::UI_Node>& NodeWidget::GetRoot() const { return mHost->GetRoot(); }
+
+QSize NodeWidget::sizeHint() const { return mHost->GetSize(); }
+
+QSize NodeWidget::minimumSizeHint() const { return sizeHint(); }
+
+bool NodeWidget::focusNextPrevChild(bool next) { return mHost->AdvanceFocus(next); }
+
+void NodeWidget::focusInEvent(QFocusEvent* event) {
+    const bool backwards = event->reason() == Qt::BacktabFocusReason;
+    if (!mHost->EnterFocus(!backwards) && event->reason() == Qt::TabFocusReason) QWidget::focusNextPrevChild(true);
+}
+
+bool NodeWidget::event(QEvent* event) {
+    const bool handled = QWidget::event(event);
+    // Not while the members are still being made, or are gone already.
+    if (!mHost) return handled;
+    switch (event->type()) {
+        case QEvent::Move:
+        case QEvent::Resize:
+        case QEvent::Show:
+        case QEvent::ParentChange:
+            mHost->OnSurfaceChanged();
+            break;
+        default:
+            break;
+    }
+    return handled;
+}
+
+}  // namespace qt
+}  // namespace zelui

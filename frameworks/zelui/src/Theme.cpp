@@ -1,0 +1,112 @@
+#include <algorithm>
+#include <cmath>
+#include <QApplication>
+#include <QColor>
+#include <QFont>
+#include <QPalette>
+
+#include <zelui/QtBridge.h>
+#include <zelui/Theme.h>
+
+#include "ThemeWatch.h"
+
+namespace zelui {
+namespace ui {
+
+namespace {
+
+bool HasApplication() { return qobject_cast<QApplication*>(QCoreApplication::instance()) != nullptr; }
+
+drawbot::ColorRGBA ToColorRGBA(const QColor& color) {
+    return {color.redF(), color.greenF(), color.blueF(), color.alphaF()};
+}
+
+// How light a colour looks, near enough to tell dark from light.
+float GetLightness(const QColor& color) {
+    return 0.2126f * color.redF() + 0.7152f * color.greenF() + 0.0722f * color.blueF();
+}
+
+double ToLinear(float part) { return part <= 0.04045f ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4); }
+
+double GetLuminance(const QColor& color) {
+    return 0.2126 * ToLinear(color.redF()) + 0.7152 * ToLinear(color.greenF()) + 0.0722 * ToLinear(color.blueF());
+}
+
+// By the measure of the accessibility guidelines: from 1 for the same to 21 for black on white.
+double GetContrast(const QColor& one, const QColor& other) {
+    const double darker = std::min(GetLuminance(one), GetLuminance(other));
+    const double lighter = std::max(GetLuminance(one), GetLuminance(other));
+    return (lighter + 0.05) / (darker + 0.05);
+}
+
+QColor Mix(const QColor& from, const QColor& to, float part) {
+    return QColor::fromRgbF(from.redF() + (to.redF() - from.redF()) * part,
+                            from.greenF() + (to.greenF() - from.greenF()) * part,
+                            from.blueF() + (to.blueF() - from.blueF()) * part);
+}
+
+// Systems mean different things by the roles for edges; some are the background itself.
+QColor FindFrameColor(const QPalette& palette) {
+    const double kVisible = 1.5;
+    const QColor window = palette.color(QPalette::Active, QPalette::Window);
+    for (const QPalette::ColorRole role : {QPalette::Mid, QPalette::Dark, QPalette::Light}) {
+        const QColor color = palette.color(QPalette::Active, role);
+        if (color.alpha() == 255 && GetContrast(color, window) >= kVisible) return color;
+    }
+    const QColor text = palette.color(QPalette::Active, QPalette::WindowText);
+    for (const float part : {0.3f, 0.5f, 0.7f}) {
+        if (GetContrast(Mix(window, text, part), window) >= kVisible) return Mix(window, text, part);
+    }
+    return text;
+}
+
+}  // namespace
+
+Theme::Theme() = default;
+
+Theme::~Theme() = default;
+
+Theme& Theme::Get() {
+    static Theme theme;
+    return theme;
+}
+
+float Theme::GetBrightness() const {
+    if (!HasApplication()) return 1.0f;
+    return GetLightness(QApplication::palette().color(QPalette::Active, QPalette::Window));
+}
+
+void Theme::Choose(Choice choice) {
+    if (ThemeWatch* const watch = ThemeWatch::Get()) watch->Choose(choice);
+}
+
+Theme::Choice Theme::GetChoice() const {
+    const ThemeWatch* const watch = ThemeWatch::Get();
+    return watch ? watch->GetChoice() : kSystem;
+}
+
+void ThemeClient::UI_ThemeChanged() {}
+
+ThemeClient::~ThemeClient() = default;
+
+ThemeOwner::~ThemeOwner() = default;
+
+zelcore::ustring GetFontName(int) {
+    return HasApplication() ? qt::FromQString(QApplication::font().family()) : zelcore::ustring();
+}
+
+drawbot::ColorRGBA GetColor(int number) {
+    if (!HasApplication()) return drawbot::ColorRGBA();
+    const QPalette palette = QApplication::palette();
+    switch (number) {
+        case kColorListTextHighlighted:
+            return ToColorRGBA(palette.color(QPalette::Active, QPalette::HighlightedText));
+        case kColorFrame:
+            return ToColorRGBA(FindFrameColor(palette));
+        default:
+            return ToColorRGBA(palette.color(QPalette::Active, QPalette::Text));
+    }
+}
+
+}  // namespace ui
+}  // namespace zelui

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <boost/intrusive_ptr.hpp>
+#include <zelui/OS_ViewContainer.h>
+#include <zelui/UI_OSSubViewAdapter.h>
+
+#include <zelaudiofilterhostui/Export.h>
+
+namespace zelaudiofilterhostui {
+
+/// A platform window for a host that drives a plug-in's editor itself: it has the view's size; opening and closing
+/// something in it is the host's. Main thread only.
+class ZELAUDIOFILTERHOSTUI_API AudioFilterHostView : public zelui::ui::UI_OSSubViewAdapter {
+public:
+    AudioFilterHostView();
+
+    /// The window to give to a plug-in's editor as its parent; null while the view stands in no window on a display.
+    HWND GetContentPlatformView() const;
+    /// Sets the frame of that window within the view, in display units.
+    void SetContentRect(const zelcore::geom::Rect& rect);
+
+    /// Draws nothing, on purpose: all that is seen is the content's.
+    void UI_Draw(zelui::drawbot::Drawbot& drawbot) override;
+
+protected:
+    ~AudioFilterHostView() override;
+
+    void UI_SizeChanged(const zelcore::geom::RectF& frame) override;
+    void UI_DisabledStateChanged() override;
+    void UI_NodeChanged(int change) override;
+
+private:
+    void UpdateSize(const zelcore::geom::RectF& frame);
+
+    boost::intrusive_ptr<zelui::ui::OS_ViewContainer> mContentWindow;
+};
+
+}  // namespace zelaudiofilterhostui

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <zelaudiofilterhostui/AudioFilterViewFactory.h>
+
+namespace zelaudiofilterhostui {
+
+/// Registers a function with the factory when it is made, for static objects of a host: one for each kind of view. The
+/// registration stays when the registrar goes.
+class ZELAUDIOFILTERHOSTUI_API AudioFilterViewFactoryRegistrar {
+public:
+    AudioFilterViewFactoryRegistrar(const zelcore::ustring& componentId,
+                                    AudioFilterViewFactory::FactoryFunction function);
+    ~AudioFilterViewFactoryRegistrar();
+};
+
+}  // namespace zelaudiofilterhostui

@@ -85,7 +85,7 @@ enum EffectOperation : std::int32_t {
     kSetBlockSize = 11,        ///< value: most frames at a time
     kMainsChanged = 12,        ///< value: 1 starts, 0 stops
     kEditorGetRect = 13,       ///< pointer: EditorRect**, which stays the plug-in's
-    kEditorOpen = 14,          ///< pointer: native parent window
+    kEditorOpen = 14,          ///< pointer: native parent window; returns 1 by the book, plug-ins return anything
     kEditorClose = 15,
     kEditorIdle = 19,
     kGetChunk = 23,        ///< pointer: void**; index 1 asks for the current program only; returns the length
@@ -108,8 +108,8 @@ enum EffectOperation : std::int32_t {
     kGetTailSize = 52,
     kGetParameterProperties = 56,
     kGetVstVersion = 58,  ///< returns 2400 for version 2.4
-    kEditorKeyDown = 59,
-    kEditorKeyUp = 60,
+    kEditorKeyDown = 59,  ///< index: character; value: one of VirtualKey; number: sum of KeyModifier; returns 1: used
+    kEditorKeyUp = 60,    ///< as above
     kBeginSetProgram = 67,
     kEndSetProgram = 68,
     kGetSpeakerArrangement = 69,
@@ -173,6 +173,54 @@ struct EditorRect {
     std::int16_t left;
     std::int16_t bottom;
     std::int16_t right;
+};
+
+/// Keys that type no character of their own; 0 where there is none of these.
+enum VirtualKey : std::uint8_t {
+    kKeyBackspace = 1,
+    kKeyTab = 2,
+    kKeyClear = 3,
+    kKeyReturn = 4,
+    kKeyPause = 5,
+    kKeyEscape = 6,
+    kKeySpace = 7,
+    kKeyNext = 8,
+    kKeyEnd = 9,
+    kKeyHome = 10,
+    kKeyLeft = 11,
+    kKeyUp = 12,
+    kKeyRight = 13,
+    kKeyDown = 14,
+    kKeyPageUp = 15,
+    kKeyPageDown = 16,
+    kKeySelect = 17,
+    kKeyPrint = 18,
+    kKeyEnter = 19,  ///< of the number pad
+    kKeySnapshot = 20,
+    kKeyInsert = 21,
+    kKeyDelete = 22,
+    kKeyHelp = 23,
+    kKeyNumberPad0 = 24,  ///< up to 33 for the 9
+    kKeyMultiply = 34,
+    kKeyAdd = 35,
+    kKeySeparator = 36,
+    kKeySubtract = 37,
+    kKeyDecimal = 38,
+    kKeyDivide = 39,
+    kKeyF1 = 40,  ///< up to 51 for F12
+    kKeyNumLock = 52,
+    kKeyScrollLock = 53,
+    kKeyShift = 54,
+    kKeyControl = 55,
+    kKeyAlt = 56,
+    kKeyEquals = 57
+};
+
+enum KeyModifier : std::uint8_t {
+    kModifierShift = 1 << 0,
+    kModifierAlt = 1 << 1,
+    kModifierCommand = 1 << 2,  ///< the Control key of a Mac
+    kModifierControl = 1 << 3   ///< the Command key of a Mac
 };
 
 struct PinProperties {

@@ -7,6 +7,7 @@
 #include <zelaudiofilterhost/PluginDescription.h>
 
 #include "PluginCall.h"
+#include "Vst2Editor.h"
 #include "Vst2Host.h"
 #include "Vst2Shell.h"
 
@@ -88,6 +89,7 @@ Vst2AudioFilter::Vst2AudioFilter(const std::string& path, const PluginComponentI
       mSampleRate(Vst2Host::kSampleRate),
       mBlockSize(Vst2Host::kBlockSize),
       mSoundThread(std::thread::id()),
+      mEditor(nullptr),
       mConnection(mInstance->GetEffect(), *this) {}
 
 Vst2AudioFilter::~Vst2AudioFilter() { Vst2AudioFilter::StopProcessing(); }
@@ -117,6 +119,13 @@ void Vst2AudioFilter::SetParameterValue(int index, float value) {
 
 ustring Vst2AudioFilter::GetParameterValueString(int index) const {
     return GetParameterText(vst2::kGetParameterDisplay, index);
+}
+
+bool Vst2AudioFilter::HasEditor() const { return (mInstance->GetEffect().flags & vst2::kHasEditor) != 0; }
+
+boost::intrusive_ptr<AudioFilterEditor> Vst2AudioFilter::GetEditor() {
+    if (mEditor == nullptr && HasEditor()) mEditor = new Vst2Editor(*this);
+    return mEditor;
 }
 
 int Vst2AudioFilter::GetEffectChannelCount(Direction direction) const {
@@ -165,6 +174,10 @@ void Vst2AudioFilter::ProcessEffect(const float* const* inputs, float* const* ou
 
 vst2::ProcessLevel Vst2AudioFilter::GetProcessLevel() const noexcept {
     return mSoundThread.load() == std::this_thread::get_id() ? vst2::kLevelRealtime : vst2::kLevelUser;
+}
+
+bool Vst2AudioFilter::RequestEditorSize(std::intptr_t width, std::intptr_t height) noexcept {
+    return mSizeRequests.Request(width, height);
 }
 
 bool Vst2AudioFilter::HasParameter(int index) const { return index >= 0 && index < GetParameterCount(); }

@@ -13,8 +13,11 @@
 #include "Vst2HostConnection.h"
 #include "Vst2Instance.h"
 #include "Vst2Module.h"
+#include "Vst2SizeRequests.h"
 
 namespace zelaudiofilterhost {
+
+class Vst2Editor;
 
 /// Makes a filter of the VST2 module at the full path `path`: the component of that description, which is the shell's
 /// component `subcomponent` when that is not empty. Throws PluginLoadError, also when another component is found there
@@ -42,10 +45,17 @@ public:
     float GetParameterValue(int index) const override;
     void SetParameterValue(int index, float value) override;
     ustring GetParameterValueString(int index) const override;
+    bool HasEditor() const override;
+    boost::intrusive_ptr<AudioFilterEditor> GetEditor() override;
     int GetEffectChannelCount(Direction direction) const override;
     bool StartProcessing(double sampleRate, int maximumFrames) override;
     void StopProcessing() override;
     void ProcessEffect(const float* const* inputs, float* const* outputs, int frames) override;
+
+    // The editor's side of it: the effect, what the effect asks for, and the end of an editor.
+    const Vst2Instance& GetInstance() const { return *mInstance; }
+    Vst2SizeRequests& GetSizeRequests() { return mSizeRequests; }
+    void ForgetEditor() { mEditor = nullptr; }
 
 protected:
     ~Vst2AudioFilter() override;
@@ -54,6 +64,7 @@ private:
     double GetSampleRate() const noexcept override { return mSampleRate; }
     int GetBlockSize() const noexcept override { return mBlockSize; }
     vst2::ProcessLevel GetProcessLevel() const noexcept override;
+    bool RequestEditorSize(std::intptr_t width, std::intptr_t height) noexcept override;
 
     bool HasParameter(int index) const;
     ustring GetParameterText(vst2::EffectOperation operation, int index) const;
@@ -71,6 +82,8 @@ private:
     std::atomic<double> mSampleRate;
     std::atomic<int> mBlockSize;
     std::atomic<std::thread::id> mSoundThread;  ///< while it is in the effect
+    Vst2SizeRequests mSizeRequests;
+    Vst2Editor* mEditor;  ///< the one that somebody holds; it holds this filter
     Vst2HostConnection mConnection;
 };
 

@@ -29,7 +29,7 @@ std::intptr_t AnswerText(const char* text, std::size_t length, void* pointer) {
 }
 
 std::intptr_t AnswerCanDo(const void* pointer) {
-    constexpr const char* kAbilities[] = {"shellCategory", "sendVstTimeInfo"};
+    constexpr const char* kAbilities[] = {"shellCategory", "sendVstTimeInfo", "sizeWindow"};
     if (pointer == nullptr) return 0;
     for (const char* const ability : kAbilities) {
         if (std::strcmp(static_cast<const char*>(pointer), ability) == 0) return 1;
@@ -52,6 +52,11 @@ std::intptr_t GetProcessLevel(const vst2::Effect* effect) {
     return client ? client->GetProcessLevel() : vst2::kLevelUser;
 }
 
+std::intptr_t RequestEditorSize(const vst2::Effect* effect, std::intptr_t width, std::intptr_t height) {
+    const Vst2HostConnection::Use client(effect);
+    return client && client->RequestEditorSize(width, height) ? 1 : 0;
+}
+
 /// Made anew for each question and each thread: what is handed out is the plug-in's to scribble on.
 std::intptr_t AnswerTime(const vst2::Effect* effect) {
     thread_local vst2::TimeInfo time;
@@ -66,7 +71,7 @@ std::intptr_t AnswerTime(const vst2::Effect* effect) {
 
 }  // namespace
 
-std::intptr_t Vst2Host::Callback(vst2::Effect* effect, std::int32_t operation, std::int32_t, std::intptr_t,
+std::intptr_t Vst2Host::Callback(vst2::Effect* effect, std::int32_t operation, std::int32_t index, std::intptr_t value,
                                  void* pointer, float) noexcept {
     switch (operation) {
         case vst2::kHostVersion:
@@ -77,6 +82,8 @@ std::intptr_t Vst2Host::Callback(vst2::Effect* effect, std::int32_t operation, s
             return AnswerTime(effect);
         case vst2::kHostTempoAt:
             return static_cast<std::intptr_t>(kTempo * 10000);
+        case vst2::kHostSizeWindow:
+            return RequestEditorSize(effect, index, value);
         case vst2::kHostGetSampleRate:
             return std::lround(GetSampleRate(effect));
         case vst2::kHostGetBlockSize:

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+
 #include "Vst2Abi.h"
 
 namespace zelaudiofilterhost {
@@ -16,6 +18,8 @@ public:
     virtual int GetBlockSize() const noexcept = 0;
     /// What the calling thread is busy with.
     virtual vst2::ProcessLevel GetProcessLevel() const noexcept = 0;
+    /// The effect asks for a window of that size for its editor; true when it will get it. Any numbers may come.
+    virtual bool RequestEditorSize(std::intptr_t width, std::intptr_t height) noexcept = 0;
 
 protected:
     Vst2HostClient() = default;

@@ -14,7 +14,8 @@ UI_Checkbox::CheckboxPeer::CheckboxPeer(UI_Checkbox& checkbox) : ButtonPeer(chec
 
 QWidget* UI_Checkbox::CheckboxPeer::MakeControl(QWidget& parent) {
     QCheckBox* const box = new QCheckBox(&parent);
-    QObject::connect(box, &QCheckBox::clicked, this, [this](bool checked) { OnClicked(checked); });
+    // Not its clicks: screen readers toggle it without one.
+    QObject::connect(box, &QCheckBox::toggled, this, [this](bool checked) { OnToggled(checked); });
     return box;
 }
 
@@ -30,7 +31,7 @@ int UI_Checkbox::CheckboxPeer::GetTextWidth() const {
     return GetWidget()->style()->subElementRect(QStyle::SE_CheckBoxContents, &option, GetWidget()).width();
 }
 
-void UI_Checkbox::CheckboxPeer::OnClicked(bool checked) {
+void UI_Checkbox::CheckboxPeer::OnToggled(bool checked) {
     const boost::intrusive_ptr<UI_Checkbox> checkbox(static_cast<UI_Checkbox*>(&GetNode()));
     checkbox->mChecked = checked;
     CallOut("A check box's handler", [&checkbox] { checkbox->TellUsed(); });

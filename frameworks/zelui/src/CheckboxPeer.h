@@ -16,7 +16,7 @@ private:
     QWidget* MakeControl(QWidget& parent) override;
     void OnSync() override;
     int GetTextWidth() const override;
-    void OnClicked(bool checked);
+    void OnToggled(bool checked);
 };
 
 }  // namespace controls

@@ -85,7 +85,8 @@ void RenameControlsAfter(const ui::UI_Node& text) {
     if (siblings == nullptr) return;
     for (std::size_t i = FindAmong(*siblings, text) + 1; i < siblings->ChildCount(); ++i) {
         const boost::intrusive_ptr<ui::UI_Node> sibling = siblings->ChildAt(i);
-        if (dynamic_cast<const UI_StaticText*>(sibling.get()) != nullptr) return;
+        const auto* const next = dynamic_cast<const UI_StaticText*>(sibling.get());
+        if (next != nullptr && !next->GetValue().empty()) return;
         if (sibling->UI_GetPeer() != nullptr) sibling->UI_GetPeer()->Sync();
     }
 }

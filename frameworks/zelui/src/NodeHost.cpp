@@ -1,6 +1,6 @@
 #include "NodeHost.h"
 
-#include <cmath>
+#include <algorithm>
 #include <QAccessible>
 #include <QCoreApplication>
 #include <QEvent>
@@ -10,7 +10,9 @@
 #include <zelui/Theme.h>
 #include <zelui/UI_Container.h>
 
+#include "CallOut.h"
 #include "NodePeer.h"
+#include "NodeView.h"
 #include "ThemeChanges.h"
 
 namespace zelui {
@@ -54,9 +56,23 @@ const boost::intrusive_ptr<UI_Node>& CheckRoot(const boost::intrusive_ptr<UI_Nod
     throw std::invalid_argument("NodeHost: the root of a tree is needed");
 }
 
+/// The sibling above which `node` may not be: the first one after it that has a widget.
+QWidget* FindAbove(const UI_Node& node) {
+    const UI_Container* const siblings = node.UI_GetParentNode()->UI_AsContainer();
+    QWidget* above = nullptr;
+    for (std::size_t i = siblings->ChildCount(); i-- > 0;) {
+        const boost::intrusive_ptr<UI_Node> sibling = siblings->ChildAt(i);
+        if (sibling.get() == &node) break;
+        const UI_Node::Peer* const peer = sibling->UI_GetPeer();
+        if (peer != nullptr && peer->GetWidget() != nullptr) above = peer->GetWidget();
+    }
+    return above;
+}
+
 /// The stops of the Tab key in their order, and where among them a node stands that need not be one itself.
 struct Stops {
     const UI_Node* place;
+    bool placeStays;
     std::vector<boost::intrusive_ptr<UI_Node>> nodes = {};
     std::size_t before = 0;  ///< how many come before that node
     std::size_t upTo = 0;    ///< the same with the node itself
@@ -75,12 +91,18 @@ struct NodeHost::View {
     }
 };
 
-NodeHost::NodeHost(QWidget& surface, const NodePtr& root)
-    : mSurface(surface), mRoot(CheckRoot(root)), mThemeObserver(ui::AddThemeObserver([this] { TellThemeChanged(); })) {
-    if (root->mHost != nullptr) root->mHost->Detach();
+NodeHost::NodeHost(QWidget& surface)
+    : mSurface(surface), mThemeObserver(ui::AddThemeObserver([this] { TellThemeChanged(); })) {}
+
+void NodeHost::TakeRoot(const NodePtr& root) {
+    CheckRoot(root);
+    root->LeavePlace();
+    // Whoever was told of that may have put it somewhere else.
+    CheckRoot(root);
+    mRoot = root;
     root->SetHost(this);
     root->UI_Show(true);
-    mSurface.resize(GetSize());
+    mSurface.setFixedSize(GetSize());
     WatchAncestors();
     Update();
 }
@@ -90,10 +112,12 @@ NodeHost::~NodeHost() {
     for (const QPointer<QWidget>& widget : mWatched) {
         if (widget) widget->removeEventFilter(this);
     }
-    Detach();
+    CallOut("A view that left its window", [this] { LetGoOfRoot(); });
 }
 
-void NodeHost::Detach() {
+void NodeHost::LetGoOfRoot() {
+    if (!mRoot) return;
+    if (GetFocusNode() != nullptr && !LeaveFocus(true)) mSurface.window()->focusWidget()->clearFocus();
     const NodePtr root = std::move(mRoot);
     mRoot.reset();
     if (root) root->SetHost(nullptr);
@@ -102,8 +126,7 @@ void NodeHost::Detach() {
 NodeHost* NodeHost::Of(const UI_Node& node) { return node.mHost; }
 
 QSize NodeHost::GetSize() const {
-    if (!mRoot) return QSize(0, 0);
-    return QSize(static_cast<int>(std::lround(mRoot->mFrame.width)), static_cast<int>(std::lround(mRoot->mFrame.height)));
+    return mRoot ? UI_Node::Peer::GetPixelFrame(*mRoot).size() : QSize(0, 0);
 }
 
 // What is in view
@@ -121,8 +144,9 @@ QRect NodeHost::GetViewRect() const {
 }
 
 void NodeHost::Update() {
+    if (mUpdating) return ScheduleUpdate();
     mUpdateScheduled = false;
-    if (mUpdating || !mRoot) return;
+    if (!mRoot) return;
     const QScopedValueRollback<bool> updating(mUpdating, true);
     QRectF view = GetViewRect();
     // Screen readers list everything that there is, seen or not.
@@ -154,6 +178,7 @@ void NodeHost::Walk(UI_Node& node, const View& view, QWidget& parent, QWidget* a
     // From the top one down: a widget that is made later than its neighbours has to go beneath those that cover it.
     for (std::size_t i = container->ChildCount(); i-- > 0;) {
         const NodePtr child = container->ChildAt(i);
+        if (!child) continue;
         Walk(*child, inside, *widget, aboveChild);
         if (child->mPeer && child->mPeer->GetWidget() != nullptr) aboveChild = child->mPeer->GetWidget();
     }
@@ -178,7 +203,7 @@ QWidget* NodeHost::RealizeNow(UI_Node& node) {
     QWidget* parent = &mSurface;
     if (node.mParent != nullptr) parent = RealizeNow(*node.mParent);
     if (parent == nullptr) return nullptr;
-    if (!node.mPeer) Create(node, *parent, nullptr);
+    if (!node.mPeer) Create(node, *parent, node.mParent != nullptr ? FindAbove(node) : nullptr);
     return node.mPeer ? node.mPeer->GetWidget() : nullptr;
 }
 
@@ -190,7 +215,7 @@ void NodeHost::ScheduleUpdate() {
 
 void NodeHost::OnFrameChanged(const UI_Node& node) {
     if (&node == mRoot.get()) {
-        mSurface.resize(GetSize());
+        mSurface.setFixedSize(GetSize());
         mSurface.updateGeometry();
     }
     ScheduleUpdate();
@@ -251,7 +276,13 @@ void NodeHost::Invalidate(const UI_Node& node, const zelcore::geom::RectF* rect)
         for (QWidget* const child : widget->findChildren<QWidget*>()) child->update();
         return;
     }
-    widget->update(ToQRectF(*rect).translated(-ToQRectF(node.mFrame).topLeft()).toAlignedRect());
+    // Cut off first: what is no number, or too large a one, cannot be told to Qt.
+    const zelcore::geom::RectF& frame = node.mFrame;
+    const QPointF leftTop(std::max(rect->left, frame.left), std::max(rect->top, frame.top));
+    const QPointF rightBottom(std::min(rect->Right(), frame.Right()), std::min(rect->Bottom(), frame.Bottom()));
+    const QRectF visible(leftTop, rightBottom);
+    if (!(visible.width() > 0 && visible.height() > 0)) return;
+    widget->update(visible.translated(-UI_Node::Peer::GetDrawOrigin(node)).toAlignedRect());
 }
 
 void NodeHost::PaintNow(const UI_Node& node, bool updateFirst) {
@@ -259,10 +290,10 @@ void NodeHost::PaintNow(const UI_Node& node, bool updateFirst) {
     QWidget* const widget = node.mPeer ? node.mPeer->GetWidget() : nullptr;
     if (widget == nullptr || !widget->isVisible()) return;
     // Painting inside painting is what Qt cannot do; it follows at once anyway.
-    if (widget->testAttribute(Qt::WA_WState_InPaintEvent))
-        widget->update();
-    else
-        widget->repaint();
+    if (NodeView::IsDrawing()) return;
+    // Not QWidget::repaint, which has all of the widget painted, invalidated or not.
+    QEvent request(QEvent::UpdateRequest);
+    QCoreApplication::sendEvent(widget->window(), &request);
 }
 
 // Keyboard
@@ -280,7 +311,8 @@ bool NodeHost::GiveFocus(UI_Node& node, ui::FocusChangeReason reason) {
     if (!widget) return false;
     widget->setFocus(ToQtReason(reason));
     if (!widget) return false;
-    ScrollIntoView(*widget);
+    // What was clicked can be seen, and must not move away under the mouse.
+    if (reason != ui::kFocusByMouse) ScrollIntoView(*widget);
     return widget && node.UI_HasKeyboardFocus(true);
 }
 
@@ -289,12 +321,19 @@ namespace {
 void CollectStops(UI_Node& node, Stops& stops) {
     const bool open = node.UI_IsShown() && !node.UI_IsDisabled();
     if (&node == stops.place) stops.before = stops.upTo = stops.nodes.size();
-    if (!open) return;
+    if (!open || (&node == stops.place && !stops.placeStays)) return;
     if (node.UI_WantsKeyboardFocusFromAdvance()) stops.nodes.emplace_back(&node);
     if (&node == stops.place) stops.upTo = stops.nodes.size();
     UI_Container* const container = node.UI_AsContainer();
     for (std::size_t i = 0; container != nullptr && i < container->ChildCount(); ++i)
         CollectStops(*container->ChildAt(i), stops);
+}
+
+/// Whether the focus would come back to where it is: a stop that takes none itself gives it to the first node in it.
+bool LeadsBack(const UI_Node& stop, const UI_Node* place) {
+    if (stop.UI_WantsKeyboardFocus()) return false;
+    while (place != nullptr && place != &stop) place = place->UI_GetParentNode();
+    return place != nullptr;
 }
 
 bool FocusFirstOf(const Stops& stops, std::size_t begin, std::size_t end, ui::FocusChangeReason reason) {
@@ -306,7 +345,7 @@ bool FocusFirstOf(const Stops& stops, std::size_t begin, std::size_t end, ui::Fo
 
 bool FocusLastOf(const Stops& stops, std::size_t end, ui::FocusChangeReason reason) {
     for (std::size_t i = end; i-- > 0;) {
-        if (stops.nodes[i]->UI_GainKeyboardFocus(reason)) return true;
+        if (!LeadsBack(*stops.nodes[i], stops.place) && stops.nodes[i]->UI_GainKeyboardFocus(reason)) return true;
     }
     return false;
 }
@@ -315,19 +354,19 @@ bool FocusLastOf(const Stops& stops, std::size_t end, ui::FocusChangeReason reas
 
 bool NodeHost::AdvanceFocus(bool forward) {
     if (!mRoot) return false;
-    Stops stops{GetFocusNode()};
+    const QPointer<QObject> self(this);
+    Stops stops{GetFocusNode(), true};
     CollectStops(*mRoot, stops);
     const ui::FocusChangeReason reason = GetReason(forward);
     const bool moved = forward ? FocusFirstOf(stops, stops.upTo, stops.nodes.size(), reason)
                                : FocusLastOf(stops, stops.before, reason);
-    return moved || LeaveFocus(forward) || EnterFocus(forward);
+    return moved || !self || LeaveFocus(forward) || EnterFocus(forward, reason);
 }
 
-bool NodeHost::EnterFocus(bool forward) {
+bool NodeHost::EnterFocus(bool forward, ui::FocusChangeReason reason) {
     if (!mRoot) return false;
-    Stops stops{nullptr};
+    Stops stops{nullptr, true};
     CollectStops(*mRoot, stops);
-    const ui::FocusChangeReason reason = GetReason(forward);
     return forward ? FocusFirstOf(stops, 0, stops.nodes.size(), reason)
                    : FocusLastOf(stops, stops.nodes.size(), reason);
 }
@@ -335,6 +374,16 @@ bool NodeHost::EnterFocus(bool forward) {
 // Qt's own chain holds the widgets of nodes in the order in which they came into view, which means nothing. None of them
 // takes the Tab key by its focus policy; here they are only stepped over.
 bool NodeHost::LeaveFocus(bool forward) {
+    // Two surfaces without a stop would send the focus to and fro.
+    if (mLeavingFocus) return false;
+    const QPointer<QObject> self(this);
+    mLeavingFocus = true;
+    const bool left = GiveFocusToHost(forward);
+    if (self) mLeavingFocus = false;
+    return left;
+}
+
+bool NodeHost::GiveFocusToHost(bool forward) {
     for (QWidget* widget = &mSurface;;) {
         widget = forward ? widget->nextInFocusChain() : widget->previousInFocusChain();
         if (widget == nullptr || widget == &mSurface) return false;
@@ -346,11 +395,13 @@ bool NodeHost::LeaveFocus(bool forward) {
 }
 
 void NodeHost::PassFocusOn(const UI_Node& node) {
-    Stops stops{&node};
+    const QPointer<QObject> self(this);
+    Stops stops{&node, false};
     if (mRoot) CollectStops(*mRoot, stops);
-    if (FocusFirstOf(stops, stops.upTo, stops.nodes.size(), ui::kFocusLeftOver)) return;
-    if (FocusLastOf(stops, stops.before, ui::kFocusLeftOver)) return;
-    if (QWidget* const focus = mSurface.window()->focusWidget()) focus->clearFocus();
+    if (!FocusFirstOf(stops, stops.upTo, stops.nodes.size(), ui::kFocusLeftOver))
+        FocusLastOf(stops, stops.before, ui::kFocusLeftOver);
+    // Nobody took it, or somebody gave it back.
+    if (self && node.UI_HasKeyboardFocus(true)) mSurface.window()->focusWidget()->clearFocus();
 }
 
 void NodeHost::TellThemeChanged() {

@@ -16,14 +16,20 @@ class NodeHost final : private QObject {
 public:
     typedef boost::intrusive_ptr<ui::UI_Node> NodePtr;
 
-    /// `root` must have no parent; it leaves the host that it is in. Throws std::invalid_argument. The surface is as
-    /// large as the root from now on, and outlives the host.
-    NodeHost(QWidget& surface, const NodePtr& root);
+    /// The surface outlives the host.
+    explicit NodeHost(QWidget& surface);
     ~NodeHost() override;
+
+    /// Shows `root`, which must have no parent and leaves the host that it is in. Called once. Throws
+    /// std::invalid_argument. The surface has the root's size from now on.
+    void TakeRoot(const NodePtr& root);
+    /// The root goes somewhere else; nothing is shown any more.
+    void LetGoOfRoot();
 
     /// The host of a node that is in a window; null for others.
     static NodeHost* Of(const ui::UI_Node& node);
 
+    /// Null when it has gone somewhere else.
     const NodePtr& GetRoot() const { return mRoot; }
     QSize GetSize() const;
 
@@ -46,7 +52,9 @@ public:
     /// Moves the focus to the stop after that of now, or before it, and beyond the last one out of the tree.
     bool AdvanceFocus(bool forward);
     /// Gives the focus to the first stop of the tree, or to the last one.
-    bool EnterFocus(bool forward);
+    bool EnterFocus(bool forward, ui::FocusChangeReason reason);
+    /// Gives the focus to the host's next widget behind the tree, or to the one before it.
+    bool LeaveFocus(bool forward);
     /// `node`, which has the focus or holds the one that has, can keep it no longer.
     void PassFocusOn(const ui::UI_Node& node);
 
@@ -57,11 +65,10 @@ private:
     bool event(QEvent* event) override;
     void WatchAncestors();
     QRect GetViewRect() const;
-    void Detach();
     void Walk(ui::UI_Node& node, const View& view, QWidget& parent, QWidget* above);
     void Create(ui::UI_Node& node, QWidget& parent, QWidget* above);
     static bool CanBeReleased(ui::UI_Node& node);
-    bool LeaveFocus(bool forward);
+    bool GiveFocusToHost(bool forward);
     void TellThemeChanged();
 
     QWidget& mSurface;
@@ -70,6 +77,7 @@ private:
     std::vector<QPointer<QWidget>> mWatched;
     bool mUpdating = false;
     bool mUpdateScheduled = false;
+    bool mLeavingFocus = false;
 };
 
 }  // namespace zelui

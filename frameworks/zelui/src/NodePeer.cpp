@@ -1,10 +1,10 @@
 #include "NodePeer.h"
 
-#include <cmath>
 #include <QApplication>
 #include <QHash>
 #include <zelui/QtBridge.h>
 
+#include "PixelEdge.h"
 #include "PlainText.h"
 
 namespace zelui {
@@ -19,14 +19,6 @@ Registry& GetRegistry() {
     return *registry;
 }
 
-// Neighbours share an edge, and it has to fall on the same pixel for both.
-QRect ToPixels(const zelcore::geom::RectF& frame) {
-    const int left = static_cast<int>(std::lround(frame.left));
-    const int top = static_cast<int>(std::lround(frame.top));
-    return QRect(left, top, static_cast<int>(std::lround(frame.Right())) - left,
-                 static_cast<int>(std::lround(frame.Bottom())) - top);
-}
-
 }  // namespace
 
 UI_Node::Peer::Peer(UI_Node& node) : mNode(node) {}
@@ -34,7 +26,8 @@ UI_Node::Peer::Peer(UI_Node& node) : mNode(node) {}
 UI_Node::Peer::~Peer() {
     if (mKey != nullptr) GetRegistry().remove(mKey);
     if (!mWidget) return;
-    mWidget->disconnect();
+    // Not disconnected: Qt's own accessibility has to hear of the widget's end.
+    mWidget->blockSignals(true);
     mWidget->setObjectName(QString());
     mWidget->hide();
     mWidget->deleteLater();
@@ -49,11 +42,23 @@ void UI_Node::Peer::Realize(QWidget& parent, QWidget* above) {
     Sync();
 }
 
+QRect UI_Node::Peer::GetPixelFrame(const UI_Node& node) {
+    const zelcore::geom::RectF& frame = node.mFrame;
+    if (node.mParent == nullptr) return QRect(0, 0, ToPixelEdge(frame.width), ToPixelEdge(frame.height));
+    const int left = ToPixelEdge(frame.left);
+    const int top = ToPixelEdge(frame.top);
+    return QRect(left, top, ToPixelEdge(frame.Right()) - left, ToPixelEdge(frame.Bottom()) - top);
+}
+
+QPointF UI_Node::Peer::GetDrawOrigin(const UI_Node& node) {
+    // Of a fractional frame the edges, not the whole of it, were moved to the pixels; the drawing must not move with one.
+    if (node.mParent != nullptr) return GetPixelFrame(node).topLeft();
+    return QPointF(node.mFrame.left, node.mFrame.top);
+}
+
 void UI_Node::Peer::Sync() {
     if (!mWidget) return;
-    QRect geometry = ToPixels(mNode.mFrame);
-    if (mNode.mParent == nullptr) geometry.moveTo(0, 0);
-    mWidget->setGeometry(geometry);
+    mWidget->setGeometry(GetPixelFrame(mNode));
     mWidget->setEnabled(!mNode.mDisabled);
     OnSync();
     SyncNames();

@@ -28,6 +28,12 @@ public:
     QWidget* GetWidget() const { return mWidget; }
     UI_Node& GetNode() const { return mNode; }
 
+    /// The place of the node's widget in that of its parent: neighbours share an edge, and it falls on the same pixel for
+    /// both. A root fills its surface from the left top corner, wherever its frame begins.
+    static QRect GetPixelFrame(const UI_Node& node);
+    /// Where the widget's left top corner lies in the coordinates that the node draws in.
+    static QPointF GetDrawOrigin(const UI_Node& node);
+
     /// Brings the widget up to date with the node: frame, shown, enabled, names, and by OnSync what the node's kind has
     /// besides. Harmless before Realize.
     void Sync();

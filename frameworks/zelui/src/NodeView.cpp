@@ -20,17 +20,22 @@ boost::intrusive_ptr<ui::UI_Node> GetNodeOf(const QWidget& widget) {
     return peer != nullptr ? &peer->GetNode() : nullptr;
 }
 
+int sDrawing = 0;
+
 }  // namespace
 
 NodeView::NodeView(QWidget& parent) : QWidget(&parent) {}
 
+bool NodeView::IsDrawing() { return sDrawing > 0; }
+
 void NodeView::paintEvent(QPaintEvent*) {
     const boost::intrusive_ptr<ui::UI_Node> node = GetNodeOf(*this);
     if (!node) return;
-    const zelcore::geom::RectF frame = node->UI_GetLocalRectF();
     QPainter painter(this);
-    const drawbot::PainterDrawbot drawbot(painter, QPointF(-frame.left, -frame.top));
+    const drawbot::PainterDrawbot drawbot(painter, -ui::UI_Node::Peer::GetDrawOrigin(*node));
+    ++sDrawing;
     CallOut("Drawing a view", [&] { node->UI_Draw(drawbot.Get()); });
+    --sDrawing;
 }
 
 void NodeView::keyPressEvent(QKeyEvent* event) { OnKey(*event); }
@@ -45,11 +50,23 @@ void NodeView::OnKey(QKeyEvent& event) {
     event.setAccepted(used);
 }
 
+// The click goes on to the views round this one and to the host. The innermost one has found out who of them takes the
+// focus; the others must not take it away again.
 void NodeView::mousePressEvent(QMouseEvent* event) {
     event->ignore();
-    const boost::intrusive_ptr<ui::UI_Node> node = GetNodeOf(*this);
-    if (!node || !node->UI_WantsKeyboardFocus()) return;
-    CallOut("A view's focus handler", [&] { node->UI_GainKeyboardFocus(ui::kFocusByMouse); });
+    if (IsOnViewInside(event->position().toPoint())) return;
+    CallOut("A view's focus handler", [this] {
+        for (boost::intrusive_ptr<ui::UI_Node> node = GetNodeOf(*this); node; node = node->UI_GetParentNode()) {
+            if (node->UI_WantsKeyboardFocus() && node->UI_GainKeyboardFocus(ui::kFocusByMouse)) return;
+        }
+    });
+}
+
+bool NodeView::IsOnViewInside(const QPoint& point) const {
+    for (const QWidget* widget = childAt(point); widget != nullptr && widget != this; widget = widget->parentWidget()) {
+        if (dynamic_cast<const NodeView*>(widget) != nullptr && widget->isEnabled()) return true;
+    }
+    return false;
 }
 
 }  // namespace zelui

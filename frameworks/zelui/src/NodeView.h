@@ -10,6 +10,9 @@ class NodeView : public QWidget {
 public:
     explicit NodeView(QWidget& parent);
 
+    /// Whether a node is drawing now.
+    static bool IsDrawing();
+
 protected:
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -18,6 +21,7 @@ protected:
 
 private:
     void OnKey(QKeyEvent& event);
+    bool IsOnViewInside(const QPoint& point) const;
 };
 
 }  // namespace zelui

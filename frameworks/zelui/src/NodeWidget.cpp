@@ -1,12 +1,31 @@
 #include <QEvent>
 #include <QFocusEvent>
+#include <QPointer>
 #include <zelui/QtBridge.h>
 
+#include "CallOut.h"
 #include "NodeHost.h"
 #include "NodePeer.h"
 
 namespace zelui {
 namespace qt {
+
+namespace {
+
+ui::FocusChangeReason ToReason(Qt::FocusReason reason) {
+    switch (reason) {
+        case Qt::TabFocusReason:
+            return ui::kFocusByAdvance;
+        case Qt::BacktabFocusReason:
+            return ui::kFocusByReverse;
+        case Qt::ActiveWindowFocusReason:
+            return ui::kFocusByWindow;
+        default:
+            return ui::kFocusByProgram;
+    }
+}
+
+}  // namespace
 
 QWidget* GetWidget(const ui::UI_Node& node) {
     const ui::UI_Node::Peer* const peer = node.UI_GetPeer();
@@ -22,7 +41,8 @@ NodeWidget::NodeWidget(const boost::intrusive_ptr<ui::UI_Node>& root, QWidget* p
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     // Where the Tab key comes in. A click goes to the node that was clicked.
     setFocusPolicy(Qt::TabFocus);
-    mHost = std::make_unique<NodeHost>(*this, root);
+    mHost = std::make_unique<NodeHost>(*this);
+    mHost->TakeRoot(root);
 }
 
 NodeWidget::~NodeWidget() = default;
@@ -33,11 +53,21 @@ QSize NodeWidget::sizeHint() const { return mHost->GetSize(); }
 
 QSize NodeWidget::minimumSizeHint() const { return sizeHint(); }
 
-bool NodeWidget::focusNextPrevChild(bool next) { return mHost->AdvanceFocus(next); }
+bool NodeWidget::focusNextPrevChild(bool next) {
+    bool moved = false;
+    CallOut("Moving the keyboard focus", [&] { moved = mHost->AdvanceFocus(next); });
+    return moved;
+}
 
 void NodeWidget::focusInEvent(QFocusEvent* event) {
-    const bool backwards = event->reason() == Qt::BacktabFocusReason;
-    if (!mHost->EnterFocus(!backwards) && event->reason() == Qt::TabFocusReason) QWidget::focusNextPrevChild(true);
+    const Qt::FocusReason reason = event->reason();
+    const QPointer<NodeWidget> self(this);
+    CallOut("Taking the keyboard focus", [&] {
+        const bool forward = reason != Qt::BacktabFocusReason;
+        const bool isByTab = !forward || reason == Qt::TabFocusReason;
+        // Where nobody stops, the Tab key goes on.
+        if (!mHost->EnterFocus(forward, ToReason(reason)) && self && isByTab) mHost->LeaveFocus(forward);
+    });
 }
 
 bool NodeWidget::event(QEvent* event) {

@@ -52,8 +52,7 @@ SliderWidget::SliderWidget(QWidget& parent, Client& client, Qt::Orientation orie
 
 void SliderWidget::LetGoOfClient() {
     mClient = nullptr;
-    mDrag.reset();
-    mHeldKeys.clear();
+    LetGo();
 }
 
 void SliderWidget::ShowPosition() { setValue(static_cast<int>(std::lround(mClient->GetPosition() * kTicks))); }
@@ -89,6 +88,20 @@ double SliderWidget::GetDragPosition(const Drag& drag, double pixel) const {
 
 // Mouse
 
+void SliderWidget::Grab(const Drag& drag) {
+    mDrag = drag;
+    // Moves without a button are what tells that its release went to somebody else.
+    setMouseTracking(true);
+    update();
+}
+
+void SliderWidget::LetGo() {
+    mDrag.reset();
+    mHeldKeys.clear();
+    setMouseTracking(false);
+    update();
+}
+
 void SliderWidget::mousePressEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton || mClient == nullptr) {
         event->ignore();
@@ -100,8 +113,7 @@ void SliderWidget::mousePressEvent(QMouseEvent* event) {
     const double position = onHandle ? mClient->GetPosition() : GetTrack().GetPosition(pixel);
     const QPointer<SliderWidget> self(this);
     if (!FinishKeys()) return;
-    mDrag = Drag{position, pixel, pixel, IsFine(*event)};
-    update();
+    Grab({position, pixel, pixel, IsFine(*event)});
     mClient->BeginGesture();
     if (!onHandle && self && mClient != nullptr && mDrag) mClient->MoveTo(position);
 }
@@ -110,7 +122,6 @@ void SliderWidget::mouseMoveEvent(QMouseEvent* event) {
     event->accept();
     if (!mDrag || mClient == nullptr) return;
     const double pixel = Along(event->position());
-    // Its release went to somebody else, such as a window that opened meanwhile.
     if ((event->buttons() & Qt::LeftButton) == 0) {
         Interrupt();
         return;
@@ -132,8 +143,7 @@ void SliderWidget::mouseReleaseEvent(QMouseEvent* event) {
     }
     event->accept();
     if (!mDrag || mClient == nullptr) return;
-    mDrag.reset();
-    update();
+    LetGo();
     mClient->FinishGesture();
 }
 
@@ -174,9 +184,7 @@ void SliderWidget::keyPressEvent(QKeyEvent* event) {
     event->setAccepted(UsesKey(*event) && mClient != nullptr);
     if (!event->isAccepted()) return;
     if (event->key() == Qt::Key_Escape) {
-        mDrag.reset();
-        mHeldKeys.clear();
-        update();
+        LetGo();
         mClient->RevertGesture();
         return;
     }
@@ -230,9 +238,7 @@ void SliderWidget::wheelEvent(QWheelEvent* event) {
 
 void SliderWidget::Interrupt() {
     if (!IsHeld()) return;
-    mDrag.reset();
-    mHeldKeys.clear();
-    update();
+    LetGo();
     if (mClient != nullptr) mClient->InterruptGesture();
 }
 
@@ -253,6 +259,12 @@ void SliderWidget::changeEvent(QEvent* event) {
 }
 
 // Painting
+
+// Styles show the focus to those who came by the Tab key. Here it also says whom the wheel moves.
+void SliderWidget::initStyleOption(QStyleOptionSlider* option) const {
+    QSlider::initStyleOption(option);
+    if (hasFocus()) option->state |= QStyle::State_KeyboardFocusChange;
+}
 
 void SliderWidget::paintEvent(QPaintEvent* event) {
     if (!mDrag) {

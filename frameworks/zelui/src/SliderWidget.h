@@ -51,6 +51,7 @@ public:
     bool UsesKey(const QKeyEvent& key) const;
 
 protected:
+    void initStyleOption(QStyleOptionSlider* option) const override;
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
@@ -86,6 +87,8 @@ private:
     QRect GetHandle() const;
     double GetDragPosition(const Drag& drag, double pixel) const;
     std::optional<double> GetStep(int key, bool fine) const;
+    void Grab(const Drag& drag);
+    void LetGo();
     bool FinishKeys();
     void Interrupt();
 

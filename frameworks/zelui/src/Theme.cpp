@@ -64,8 +64,6 @@ QColor FindFrameColor(const QPalette& palette) {
 
 Theme::Theme() = default;
 
-Theme::~Theme() = default;
-
 Theme& Theme::Get() {
     static Theme theme;
     return theme;

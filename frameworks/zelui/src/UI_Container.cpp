@@ -5,34 +5,51 @@
 
 #include <zelui/UI_Node.h>
 
+#include "CallOut.h"
+
 namespace zelui {
 namespace ui {
+
+namespace {
+
+bool IsIn(const UI_Node& node, const UI_Node& ancestor) {
+    const UI_Node* at = &node;
+    while (at != nullptr && at != &ancestor) at = at->UI_GetParentNode();
+    return at != nullptr;
+}
+
+}  // namespace
 
 UI_Container::UI_Container() = default;
 
 UI_Container::~UI_Container() {
-    for (const boost::intrusive_ptr<UI_Node>& child : mChildren) {
-        child->mParent = nullptr;
-        child->SetHost(nullptr);
-    }
+    // A container that goes stands in no window any more, but it may have been disabled.
+    for (const boost::intrusive_ptr<UI_Node>& child : mChildren) child->mParent = nullptr;
+    for (const boost::intrusive_ptr<UI_Node>& child : mChildren)
+        CallOut("A view that lost its parent", [&child] { child->SetParent(nullptr); });
 }
 
 void UI_Container::ChildPushBack(const boost::intrusive_ptr<UI_Node>& child) {
     if (!child) throw std::invalid_argument("UI_Container::ChildPushBack: no child was given");
     UI_Node& self = UI_GetContainerNode();
-    for (const UI_Node* node = &self; node != nullptr; node = node->UI_GetParentNode()) {
-        if (node == child.get()) throw std::invalid_argument("UI_Container::ChildPushBack: a node in itself");
-    }
-    if (child->mParent != nullptr) child->mParent->UI_AsContainer()->ChildRemove(child);
-    mChildren.push_back(child);
-    child->SetParent(&self);
+    if (IsIn(self, *child)) throw std::invalid_argument("UI_Container::ChildPushBack: a node in itself");
+    // The caller's pointer may stand in a list that changes meanwhile.
+    const boost::intrusive_ptr<UI_Node> added = child;
+    added->LeavePlace();
+    // Whoever was told of that may have put it somewhere else, which was decided later than this.
+    if (added->mParent != nullptr || added->mHost != nullptr || IsIn(self, *added)) return;
+    mChildren.push_back(added);
+    added->SetParent(&self);
 }
 
 void UI_Container::ChildRemove(const boost::intrusive_ptr<UI_Node>& child) {
-    const auto found = std::find(mChildren.begin(), mChildren.end(), child);
-    if (found == mChildren.end()) return;
+    if (std::find(mChildren.begin(), mChildren.end(), child) == mChildren.end()) return;
     // The caller's pointer may be the very one that is erased.
-    const boost::intrusive_ptr<UI_Node> removed = *found;
+    const boost::intrusive_ptr<UI_Node> removed = child;
+    // While it still has its place: the focus goes to the neighbour.
+    removed->PassFocusOn();
+    const auto found = std::find(mChildren.begin(), mChildren.end(), removed);
+    if (found == mChildren.end()) return;
     mChildren.erase(found);
     removed->SetParent(nullptr);
 }

@@ -7,8 +7,10 @@
 #include <zelcore/MainLoop.h>
 #include <zelui/UI_Container.h>
 
+#include "CallOut.h"
 #include "NodeHost.h"
 #include "NodePeer.h"
+#include "PixelEdge.h"
 
 namespace zelui {
 namespace ui {
@@ -40,10 +42,11 @@ struct UI_Node::Extras {
     struct Timer {
         MainLoop* loop;
         MainLoop::Id timer;
+        // Held by the function that the loop has: the loop may go first, and with it the timer.
+        std::weak_ptr<const bool> inLoop;
 
-        // The loop may have gone first, and with it the timer.
         void Stop() const {
-            if (loop == MainLoop::GetInstalled()) loop->StopTimer(timer);
+            if (!inLoop.expired()) loop->StopTimer(timer);
         }
     };
 
@@ -99,9 +102,9 @@ RectF UI_Node::UI_GetLocalRectF(bool) const { return mFrame; }
 
 Rect UI_Node::UI_GetLocalRect(bool applyLayout) const {
     const RectF frame = UI_GetLocalRectF(applyLayout);
-    const long left = std::lround(frame.left);
-    const long top = std::lround(frame.top);
-    return {left, top, std::lround(frame.Right()) - left, std::lround(frame.Bottom()) - top};
+    const long left = ToPixelEdge(frame.left);
+    const long top = ToPixelEdge(frame.top);
+    return {left, top, ToPixelEdge(frame.Right()) - left, ToPixelEdge(frame.Bottom()) - top};
 }
 
 void UI_Node::UI_SetLocalRectF(const RectF& frame) {
@@ -122,15 +125,14 @@ void UI_Node::ApplyFrame(const RectF& frame) {
     mFrame = frame;
     UI_SyncPeer();
     if (mHost != nullptr) mHost->OnFrameChanged(*this);
-    if (resized) {
-        ForEachChild([](UI_Node& child) { child.FollowParent(); });
-        UI_SizeChanged(frame);
-    }
-    UI_NodeChanged(kNodeFrameChanged);
+    if (resized) ForEachChild([](UI_Node& child) { child.FollowParent(); });
+    // Whoever is told may set another frame, and has then been told of that one; nobody gets an old one after it.
+    if (resized && frame.width == mFrame.width && frame.height == mFrame.height) UI_SizeChanged(mFrame);
+    if (frame == mFrame) UI_NodeChanged(kNodeFrameChanged);
 }
 
 void UI_Node::FollowParent() {
-    if (mFrameWasSet || !UI_FillsParent()) return;
+    if (mFrameWasSet || mParent == nullptr || !UI_FillsParent()) return;
     const RectF frame = mParent->mFrame;
     ApplyFrame({0.0f, 0.0f, frame.width, frame.height});
 }
@@ -155,8 +157,7 @@ void UI_Node::UI_SetDisabled(bool disabled) {
     mDisabled = disabled;
     if (disabled) PassFocusOn();
     UI_SyncPeer();
-    // Under a disabled parent nothing has changed for anybody.
-    if (mParent == nullptr || !mParent->UI_IsDisabled()) TellStateChanged();
+    TellStateChanged();
 }
 
 bool UI_Node::UI_IsDisabled() const {
@@ -166,12 +167,13 @@ bool UI_Node::UI_IsDisabled() const {
 }
 
 void UI_Node::TellStateChanged() {
+    const bool disabled = UI_IsDisabled();
+    if (disabled == mToldDisabled) return;
     const boost::intrusive_ptr<UI_Node> self = Hold(*this);
+    mToldDisabled = disabled;
     UI_DisabledStateChanged();
-    UI_NodeChanged(kNodeStateChanged);
-    ForEachChild([](UI_Node& child) {
-        if (!child.mDisabled) child.TellStateChanged();
-    });
+    if (disabled == mToldDisabled) UI_NodeChanged(kNodeStateChanged);
+    ForEachChild([](UI_Node& child) { child.TellStateChanged(); });
 }
 
 bool UI_Node::IsReachable() const {
@@ -218,6 +220,7 @@ bool UI_Node::UI_WantsKeyboardFocusFromAdvance() const { return UI_WantsKeyboard
 
 bool UI_Node::UI_GainKeyboardFocus(FocusChangeReason reason) {
     if (!IsReachable()) return false;
+    const boost::intrusive_ptr<UI_Node> self = Hold(*this);
     if (UI_WantsKeyboardFocus()) return mHost->GiveFocus(*this, reason);
     UI_Container* const container = UI_AsContainer();
     for (std::size_t i = 0; container != nullptr && i < container->ChildCount(); ++i) {
@@ -239,9 +242,10 @@ void UI_Node::UI_InstallTimer(float period, long id) {
     if (loop == nullptr || std::isnan(period)) return;
     UI_RemoveTimer(id, false);
     const double milliseconds = std::clamp(static_cast<double>(period) * 1000.0, 1.0, 1e9);
+    const std::shared_ptr<const bool> inLoop = std::make_shared<const bool>(true);
     const MainLoop::Id timer =
-        loop->StartTimer(static_cast<int>(std::lround(milliseconds)), [this, id] { OnTimer(id); });
-    GetExtras().timers[id] = {loop, timer};
+        loop->StartTimer(static_cast<int>(std::lround(milliseconds)), [this, id, inLoop] { OnTimer(id); });
+    GetExtras().timers[id] = {loop, timer, inLoop};
 }
 
 void UI_Node::UI_RemoveTimer(long id, bool andOfChildren) {
@@ -258,7 +262,8 @@ void UI_Node::UI_RemoveTimer(long id, bool andOfChildren) {
 void UI_Node::OnTimer(long id) {
     const boost::intrusive_ptr<UI_Node> self = Hold(*this);
     const MainLoop::Id timer = mExtras->timers.at(id).timer;
-    const bool goesOn = UI_DoTimerNotify(id);
+    bool goesOn = true;
+    CallOut("A view's timer", [&] { goesOn = UI_DoTimerNotify(id); });
     const auto found = mExtras->timers.find(id);
     // It may have been removed meanwhile, and installed anew.
     if (!goesOn && found != mExtras->timers.end() && found->second.timer == timer) UI_RemoveTimer(id, false);
@@ -273,18 +278,24 @@ void UI_Node::ForEachChild(const std::function<void(UI_Node&)>& function) {
     if (container == nullptr) return;
     // What is called may change the children.
     const std::vector<boost::intrusive_ptr<UI_Node>> children = container->mChildren;
-    for (const boost::intrusive_ptr<UI_Node>& child : children) function(*child);
+    for (const boost::intrusive_ptr<UI_Node>& child : children) {
+        if (child->mParent == this) function(*child);
+    }
 }
 
 void UI_Node::SetParent(UI_Node* parent) {
     const boost::intrusive_ptr<UI_Node> self = Hold(*this);
-    const bool wasDisabled = UI_IsDisabled();
-    // The focus goes to somebody who is still there: while the node is still in its window, but out of its parent.
-    if (parent == nullptr) PassFocusOn();
     mParent = parent;
     SetHost(parent != nullptr ? parent->mHost : nullptr);
-    if (parent != nullptr) FollowParent();
-    if (!mDisabled && UI_IsDisabled() != wasDisabled) TellStateChanged();
+    FollowParent();
+    TellStateChanged();
+}
+
+void UI_Node::LeavePlace() {
+    if (mParent != nullptr)
+        mParent->UI_AsContainer()->ChildRemove(this);
+    else if (mHost != nullptr)
+        mHost->LetGoOfRoot();
 }
 
 void UI_Node::SetHost(NodeHost* host) {
@@ -301,6 +312,9 @@ void UI_Node::SetHost(NodeHost* host) {
 }
 
 void UI_Node::TellPlaceChanged() {
+    if (mToldInWindow == UI_IsInWindow()) return;
+    const boost::intrusive_ptr<UI_Node> self = Hold(*this);
+    mToldInWindow = UI_IsInWindow();
     UI_NodeChanged(kNodePlaceChanged);
     ForEachChild([](UI_Node& child) { child.TellPlaceChanged(); });
 }

@@ -12,6 +12,7 @@
 
 #include "ProcessList.h"
 #include "ScanFixture.h"
+#include "support/InstalledPlugins.h"
 #include "support/Program.h"
 #include "support/WaitFor.h"
 
@@ -47,22 +48,6 @@ protected:
         return mProfiles.Path(profile + "/tessaly/" + name);
     }
     std::string GetCatalogueName() const { return std::filesystem::path(GetCataloguePath()).filename().string(); }
-
-    /// What the system's packages have put into the usual folders, found without the code under test.
-    static std::set<std::string> FindInstalledPlugins() {
-        std::set<std::string> paths;
-        namespace fs = std::filesystem;
-        for (const std::string folder : {"/usr/lib/vst", "/usr/lib/lxvst", "/usr/lib/vst3"}) {
-            const std::string ending = folder == "/usr/lib/vst3" ? ".vst3" : ".so";
-            if (!fs::is_directory(folder)) continue;
-            for (auto it = fs::recursive_directory_iterator(folder); it != fs::recursive_directory_iterator(); ++it) {
-                if (it->path().extension() != ending) continue;
-                paths.insert(fs::canonical(it->path()).string());
-                if (ending == ".vst3") it.disable_recursion_pending();
-            }
-        }
-        return paths;
-    }
 
     static serialization::Array Parse(const std::string& json) {
         return boost::any_cast<serialization::Array>(serialization::FromJson(json));

@@ -7,6 +7,7 @@
 #include <boost/make_shared.hpp>
 #include <boost/shared_ptr.hpp>
 #include <QAccessible>
+#include <QPointer>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QTest>
@@ -89,7 +90,24 @@ inline void TurnWheel(QWidget* widget, int angle) {
     const QPoint global = widget->mapToGlobal(middle.toPoint());
     QWheelEvent event(middle, global, QPoint(), QPoint(0, angle), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,
                       false);
-    QCoreApplication::sendEvent(widget, &event);
+    // Only those of the window system go on to the widgets round one that does not want them.
+    QSpontaneKeyEvent::setSpontaneous(&event);
+    qApp->notify(widget, &event);
+}
+
+/// Waits for the end of a widget that was let go of.
+inline bool WaitUntilGone(const QPointer<QWidget>& widget) {
+    return ProcessUntil([&widget] {
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        return !widget;
+    });
+}
+
+/// Has the focus as somebody who came to the control with the Tab key.
+inline void TabTo(zelui::ui::UI_Node& node) {
+    for (int i = 0; i < 100 && !node.UI_HasKeyboardFocus(false); ++i)
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    EXPECT_TRUE(node.UI_HasKeyboardFocus(false));
 }
 
 }  // namespace zeltests

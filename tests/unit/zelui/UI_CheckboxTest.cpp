@@ -58,8 +58,8 @@ TEST_F(UI_CheckboxTest, TheProgramsOwnChangesTellNobody) {
 }
 
 TEST_F(UI_CheckboxTest, TheHandlerMayTakeTheUsersChoiceBack) {
-    mBox->NotifyWhenChanged(Handler<UI_Button::ButtonChangedFunction>(
-        [this](UI_ButtonChangedMessage*) { mBox->SetChecked(false); }));
+    mBox->NotifyWhenChanged(
+        Handler<UI_Button::ButtonChangedFunction>([this](UI_ButtonChangedMessage*) { mBox->SetChecked(false); }));
     Click();
     EXPECT_FALSE(mBox->IsChecked());
     EXPECT_FALSE(GetQtBox()->isChecked());
@@ -117,7 +117,7 @@ TEST_F(UI_CheckboxTest, TheFocusCanBeSeenWithAndWithoutText) {
         mBox->SetText(U(text));
         mStage.GetArea().setFocus();
         const QImage without = GetQtBox()->grab().toImage();
-        ASSERT_TRUE(mBox->UI_GainKeyboardFocus(zelui::ui::kFocusByAdvance));
+        TabTo(*mBox);
         EXPECT_NE(GetQtBox()->grab().toImage(), without) << text;
     }
 }

@@ -80,6 +80,7 @@ TEST_F(UI_StaticTextTest, AToolTipThatWasSetWins) {
 }
 
 TEST_F(UI_StaticTextTest, NothingInATextIsMarkupOrAShortcut) {
+    mText->UI_SetLocalRectF({10, 10, 200, 20});
     mText->SetLabelText(U("<b>R&B</b> &amp;"));
     EXPECT_EQ(GetLabel()->text(), "<b>R&B</b> &amp;");
     EXPECT_EQ(GetLabel()->textFormat(), Qt::PlainText);

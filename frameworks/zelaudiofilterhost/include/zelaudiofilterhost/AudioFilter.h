@@ -10,6 +10,8 @@
 
 namespace zelaudiofilterhost {
 
+class AudioFilterEditor;
+
 /// One live audio filter: a plug-in instance in a track's effect chain. Held by intrusive pointer; the last one ends
 /// the plug-in, on the main thread.
 ///
@@ -36,6 +38,12 @@ public:
     virtual void SetParameterValue(int index, float value) = 0;
     /// The filter's own text for the current value, without its unit; fit to be shown, and empty where there is none.
     virtual ustring GetParameterValueString(int index) const = 0;
+
+    /// Whether the filter has an editor of its own. False unless overridden.
+    virtual bool HasEditor() const;
+    /// The filter's own editor: the one that somebody holds already, else a new one. Null when it has none or when it
+    /// cannot be made. It holds the filter.
+    virtual boost::intrusive_ptr<AudioFilterEditor> GetEditor();
 
     /// Number of the filter's own channels, counted across all buses of that direction in bus order.
     virtual int GetEffectChannelCount(Direction direction) const = 0;

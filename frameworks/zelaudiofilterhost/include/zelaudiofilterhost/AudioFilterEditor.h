@@ -10,8 +10,8 @@
 
 namespace zelaudiofilterhost {
 
-/// The editor that a filter brings itself. The filter makes it once and keeps it; it is opened and closed any number of
-/// times and never outlives what it needs of the filter: it holds the filter's plug-in itself. Main thread only.
+/// The editor that a filter brings itself. Opened and closed any number of times; holds its filter. The last reference
+/// closes it. Main thread only.
 ///
 /// Sizes are in pixels of the parent window's screen, which is what plug-ins count in. A plug-in that throws is answered
 /// for: its exception never comes out, the call then has no effect or returns false.
@@ -24,7 +24,7 @@ public:
     /// to 16384, whatever the plug-in claims; both 0 when it has no size to tell.
     virtual zelcore::geom::Rect GetViewRect() = 0;
     /// Opens the editor in the window `parent`, which is on the screen already. False when the plug-in does not open it;
-    /// nothing is open then. Opening an open editor closes it first.
+    /// nothing is open then. Opening an open editor closes it first. A null `parent` is refused before anything happens.
     virtual bool OpenView(HWND parent) = 0;
     /// Closes the editor, before its parent window goes. Harmless when it is not open.
     virtual void CloseView() = 0;

@@ -54,7 +54,9 @@ protected:
 /// thread.
 class ZELUI_API Drawbot : public zelcore::utility::RefCountedObject {
 public:
+    /// Edges fall on the nearest pixels, whatever the scale.
     virtual void FillRect(const zelcore::geom::RectF& rect, const ColorRGBA& color) = 0;
+    /// Fills what the outline goes round an odd number of times: a rectangle inside another is a hole.
     virtual void FillPath(const Path& path, const ColorRGBA& color) = 0;
     /// Draws a line `width` units wide along the middle of the outline; 0 or less draws nothing. A line of 1 unit falls
     /// on whole pixels when its coordinates end in .5.

@@ -22,23 +22,25 @@ public:
     float GetBrightness() const;
     bool IsDark() const { return GetBrightness() < 0.5f; }
 
-    /// Gives all windows of the application the light or the dark colours, or the system's again. Tells whom it concerns
-    /// before it returns. Without an application object it has no effect.
+    /// Gives all windows of the application the light or the dark colours, or the system's again. Tells whom it
+    /// concerns before it returns, and then throws what the first of those threw, if one did. Without an application
+    /// object it has no effect.
     void Choose(Choice choice);
     Choice GetChoice() const;
 
 private:
     Theme();
-    ~Theme();
+    ~Theme() = default;
     Theme(const Theme&) = delete;
     Theme& operator=(const Theme&) = delete;
 };
 
 typedef boost::function<void()> ThemeChangedFunction;
 
-/// Has `function` called on the main thread after every change of the theme's colours. The toolkit keeps its copy of the
-/// shared pointer; whoever installed it ends the calls by emptying the function, and the toolkit then lets go of it at
-/// the next change or installation. A function may install or empty functions, itself included.
+/// Has `function` called on the main thread after every change of the theme's colours. The toolkit keeps its copy of
+/// the shared pointer; whoever installed it ends the calls by emptying the function, and the toolkit then lets go of it
+/// at the next change or installation. A function may install or empty functions, itself included, and choose a theme;
+/// one that is installed twice is called once.
 ZELUI_API void InstallThemeChangedFunction(const boost::shared_ptr<ThemeChangedFunction>& function);
 
 /// What hears of theme changes as part of a node tree: every node whose tree is on the screen.

@@ -16,8 +16,8 @@ class UI_Node;
 /// holds them; a child has one parent at most. Main thread.
 class ZELUI_API UI_Container {
 public:
-    /// Adds `child` as the last child; taken from its former parent when it has one. Throws std::invalid_argument for
-    /// null, and for a child that this container is itself part of.
+    /// Adds `child` as the last child; taken from its former parent, or from the window whose root it is. Throws
+    /// std::invalid_argument for null, and for a child that this container is itself part of.
     void ChildPushBack(const boost::intrusive_ptr<UI_Node>& child);
     /// Takes `child` away; nothing when it is no child of this container. Its window parts go, it itself lives as long
     /// as somebody holds it.

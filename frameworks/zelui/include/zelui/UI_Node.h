@@ -96,11 +96,12 @@ public:
     virtual bool UI_DoKeyboardEvent(const KeyboardEvent& event);
 
     /// Calls UI_DoTimerNotify every `period` seconds (at least a millisecond) with `id`, until the timer is removed or
-    /// the node goes. The same id again starts anew.
+    /// the node goes. The same id again starts anew. A period that is no number changes nothing; without a main loop there
+    /// are no timers.
     void UI_InstallTimer(float period, long id);
     /// Removes the timer of that id; `andOfChildren` also theirs of the same id. Harmless when there is none.
     void UI_RemoveTimer(long id, bool andOfChildren);
-    /// Returns whether the timer goes on.
+    /// Returns whether the timer goes on. One that throws goes on: what failed once may work the next time.
     virtual bool UI_DoTimerNotify(long id);
 
     /// What the node is drawn with: that of the window that it is in; null when it is in none.
@@ -158,6 +159,7 @@ private:
     void TellPlaceChanged();
     void TellStateChanged();
     void PassFocusOn();
+    void LeavePlace();
     void DropPeers();
     void OnTimer(long id);
 
@@ -169,6 +171,9 @@ private:
     bool mFrameWasSet = false;
     bool mShown = false;
     bool mDisabled = false;
+    // What the node was told last, so that each change is told once, whatever is changed while others are being told.
+    bool mToldDisabled = false;
+    bool mToldInWindow = false;
 };
 
 }  // namespace ui

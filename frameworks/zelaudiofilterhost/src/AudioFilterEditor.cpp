@@ -1,0 +1,9 @@
+#include <zelaudiofilterhost/AudioFilterEditor.h>
+
+namespace zelaudiofilterhost {
+
+AudioFilterEditor::AudioFilterEditor() = default;
+
+AudioFilterEditor::~AudioFilterEditor() = default;
+
+}  // namespace zelaudiofilterhost

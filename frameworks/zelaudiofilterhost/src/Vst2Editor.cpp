@@ -1,0 +1,195 @@
+#include "Vst2Editor.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "PluginCall.h"
+#include "Vst2AudioFilter.h"
+#include "Vst2Keys.h"
+#include "Vst2SizeRequests.h"
+
+namespace zelaudiofilterhost {
+
+namespace {
+
+using zelcore::geom::Point;
+using zelcore::geom::Rect;
+
+Point SizeOf(const Rect& rect) { return {rect.width, rect.height}; }
+
+Rect BoundRect(const vst2::EditorRect& given) {
+    Rect rect;
+    rect.left = given.left;
+    rect.top = given.top;
+    rect.width = std::clamp(given.right - given.left, 0, Vst2SizeRequests::kMaxExtent);
+    rect.height = std::clamp(given.bottom - given.top, 0, Vst2SizeRequests::kMaxExtent);
+    return rect.IsEmpty() ? Rect{rect.left, rect.top, 0, 0} : rect;
+}
+
+/// Whether the key means "on to the next control": Tab, with or without Shift. With others it is the host's.
+bool AdvancesFocus(int osCode, int modifiers) {
+    constexpr int kTab = 9;
+    constexpr int kShift = 1;
+    return osCode == kTab && (modifiers & ~kShift) == 0;
+}
+
+/// Says for a while that something is going on.
+class Marker {
+public:
+    explicit Marker(bool& flag) : mFlag(flag) { mFlag = true; }
+    ~Marker() { mFlag = false; }
+    Marker(const Marker&) = delete;
+    Marker& operator=(const Marker&) = delete;
+
+private:
+    bool& mFlag;
+};
+
+}  // namespace
+
+Vst2Editor::Vst2Editor(Vst2AudioFilter& filter)
+    : mFilter(&filter), mState(kClosed), mIsIdling(false), mIsTelling(false) {}
+
+Vst2Editor::~Vst2Editor() {
+    // First: whoever asks for an editor while this one closes must not get one that is half gone.
+    mFilter->ForgetEditor();
+    Vst2Editor::CloseView();
+}
+
+Rect Vst2Editor::GetViewRect() {
+    const boost::intrusive_ptr<Vst2Editor> alive(this);
+    if (mState == kClosed) {
+        ForgetSize();
+    } else {
+        UpdateSize();
+    }
+    return mWanted;
+}
+
+bool Vst2Editor::OpenView(HWND parent) {
+    if (parent == nullptr) return false;
+    const boost::intrusive_ptr<Vst2Editor> alive(this);
+    CloseView();
+    ForgetSize();
+    mToldSize = SizeOf(mWanted);
+    mState = kOpening;
+    mFilter->GetSizeRequests().Begin([this] { TellSize(); });
+    const bool isOpened = OpenEffect(parent);
+    // The effect may have run the event loop, and somebody may have closed this meanwhile.
+    if (mState != kOpening) return false;
+    if (!isOpened) {
+        CloseView();
+        return false;
+    }
+    mState = kOpen;
+    AnnounceSize();
+    return true;
+}
+
+void Vst2Editor::CloseView() {
+    if (mState == kClosed) return;
+    mState = kClosed;
+    mFilter->GetSizeRequests().End();
+    // After a failed opening too: it is not known how far the effect got.
+    CallPluginQuietly([this] { Dispatch(vst2::kEditorClose); });
+}
+
+void Vst2Editor::Idle() {
+    if (mState != kOpen || mIsIdling) return;
+    const boost::intrusive_ptr<Vst2Editor> alive(this);
+    mFilter->GetSizeRequests().Rearm();
+    {
+        // An effect that shows a dialog of its own lets the host's timers come in the middle of its turn.
+        const Marker marker(mIsIdling);
+        CallPluginQuietly([this] { Dispatch(vst2::kEditorIdle); });
+    }
+    if (mState != kOpen) return;
+    UpdateSize();
+    AnnounceSize();
+}
+
+bool Vst2Editor::DispatchKeyboardFocus(bool) { return mState == kOpen; }
+
+bool Vst2Editor::DispatchCurrentFocus() { return mState == kOpen; }
+
+bool Vst2Editor::DoKey(int osCode, int modifiers, unsigned short character, bool down) {
+    if (mState != kOpen) return false;
+    const boost::intrusive_ptr<Vst2Editor> alive(this);
+    if (PassKey(osCode, modifiers, character, down)) return true;
+    if (!down || !AdvancesFocus(osCode, modifiers)) return false;
+    GetAdvanceFocusSignal()(modifiers == 0);
+    return true;
+}
+
+std::intptr_t Vst2Editor::Dispatch(vst2::EffectOperation operation, void* pointer) const {
+    return mFilter->GetInstance().Dispatch(operation, 0, 0, pointer);
+}
+
+bool Vst2Editor::PassKey(int osCode, int modifiers, unsigned short character, bool down) const {
+    const Vst2Key key = MakeVst2Key(osCode, modifiers, character);
+    if (!key.IsKnown()) return false;
+    std::intptr_t used = 0;
+    CallPluginQuietly([&] {
+        used = mFilter->GetInstance().Dispatch(down ? vst2::kEditorKeyDown : vst2::kEditorKeyUp, key.character,
+                                               key.virtualKey, nullptr, static_cast<float>(key.modifiers));
+    });
+    // Some say no with -1.
+    return used > 0;
+}
+
+bool Vst2Editor::OpenEffect(HWND parent) {
+    std::intptr_t result = 0;
+    bool hasThrown = true;
+    CallPluginQuietly([&] {
+        result = Dispatch(vst2::kEditorOpen, parent);
+        hasThrown = false;
+    });
+    if (hasThrown || mState != kOpening) return false;
+    // Some know their size only now.
+    UpdateSize();
+    return result != 0 || !mWanted.IsEmpty();
+}
+
+Rect Vst2Editor::AskRect() const {
+    Rect rect;
+    CallPluginQuietly([&] {
+        const vst2::EditorRect* given = nullptr;
+        Dispatch(vst2::kEditorGetRect, &given);
+        if (given == nullptr) return;
+        // In one go, and wherever it lies: the effect may change it at any time.
+        vst2::EditorRect copy;
+        std::memcpy(&copy, given, sizeof(copy));
+        rect = BoundRect(copy);
+    });
+    return rect;
+}
+
+void Vst2Editor::ForgetSize() { mWanted = mAnswered = AskRect(); }
+
+void Vst2Editor::UpdateSize() {
+    const Rect answer = AskRect();
+    const bool isNews = !(answer == mAnswered);
+    mAnswered = answer;
+    if (isNews) mWanted = answer;
+    // Whatever answer goes with a request, it is the request that the effect has drawn for.
+    if (const auto requested = mFilter->GetSizeRequests().Take()) {
+        mWanted.width = requested->x;
+        mWanted.height = requested->y;
+    }
+}
+
+void Vst2Editor::AnnounceSize() {
+    if (!(SizeOf(mWanted) == mToldSize)) mFilter->GetSizeRequests().Announce();
+}
+
+void Vst2Editor::TellSize() {
+    if (mState != kOpen || mIsTelling) return;
+    const boost::intrusive_ptr<Vst2Editor> alive(this);
+    UpdateSize();
+    if (SizeOf(mWanted) == mToldSize) return;
+    mToldSize = SizeOf(mWanted);
+    const Marker marker(mIsTelling);
+    GetContentSizeChangedSignal()();
+}
+
+}  // namespace zelaudiofilterhost

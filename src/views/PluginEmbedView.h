@@ -1,0 +1,134 @@
+#pragma once
+
+#include <vector>
+
+#include <boost/bind/bind.hpp>
+#include <boost/intrusive_ptr.hpp>
+#include <boost/make_shared.hpp>
+#include <boost/shared_ptr.hpp>
+#include <zelaudiofilterhost/AudioFilter.h>
+#include <zelaudiofilterhost/AudioFilterEditor.h>
+#include <zelui/OS_ViewContainer.h>
+#include <zelui/Theme.h>
+#include <zelui/UI_NodeManager.h>
+#include <zelui/UI_OSSubViewAdapter.h>
+
+#include "views/PlatformViewSize.h"
+
+namespace zelaudiofilterhostui {
+
+// The editor view's own, and nobody else's: whoever includes this gets classes that no other file can name.
+namespace {
+
+/// Functions that the toolkit keeps copies of. Emptied when the list goes, so that what the toolkit still holds calls
+/// nothing.
+class InstalledFunctions {
+public:
+    typedef boost::shared_ptr<zelui::ui::ThemeChangedFunction> FunctionPtr;
+
+    explicit InstalledFunctions(bool emptyThem) : mEmptyThem(emptyThem) {}
+    ~InstalledFunctions() {
+        if (!mEmptyThem) return;
+        for (const FunctionPtr& function : mFunctions) function->clear();
+    }
+    InstalledFunctions(const InstalledFunctions&) = delete;
+    InstalledFunctions& operator=(const InstalledFunctions&) = delete;
+
+    void Add(const FunctionPtr& function) { mFunctions.push_back(function); }
+
+private:
+    std::vector<FunctionPtr> mFunctions;
+    const bool mEmptyThem;
+};
+
+/// The place of a plug-in's own editor: a platform window in which the editor is open from AttachEditor until the view
+/// goes, as large as the editor says.
+class PluginEmbedView : public zelui::ui::UI_OSSubViewAdapter {
+public:
+    typedef boost::intrusive_ptr<zelaudiofilterhost::AudioFilter> FilterPtr;
+    typedef boost::intrusive_ptr<zelaudiofilterhost::AudioFilterEditor> EditorPtr;
+
+    /// Without a filter there is no window for an editor.
+    PluginEmbedView(const FilterPtr& filter, const EditorPtr& editor)
+        : mFilter(filter), mEditor(editor), mTimerID(0), mTimerInstalled(false), mInstalledFunctions(true) {
+        if (mFilter) AddPlatformWindow();
+        const auto themeChanged = boost::make_shared<zelui::ui::ThemeChangedFunction>(
+            boost::bind(&PluginEmbedView::PassThemeOn, this));
+        mInstalledFunctions.Add(themeChanged);
+        zelui::ui::InstallThemeChangedFunction(themeChanged);
+    }
+
+    /// Opens the editor. The view stands in a window by now.
+    void AttachEditor() {
+        if (!mFilter || !mEditor) return;
+        mEditor->OpenView(GetOSView()->GetPlatformWindow(false));
+        PassThemeOn();
+        SyncSizeFromEditor();
+        mTimerID = static_cast<std::int32_t>(zelui::ui::UI_NodeManager::Get(false).GetUniqueTimerID());
+        UI_InstallTimer(kIdlePeriod, mTimerID);
+        mTimerInstalled = true;
+    }
+
+    /// Takes the size that the editor has now.
+    void SyncSizeFromEditor() {
+        if (!mEditor) return;
+        const zelcore::geom::Rect wanted = mEditor->GetViewRect();
+        zelcore::geom::RectF rect = UI_GetLocalRectF(true);
+        rect.width = static_cast<float>(wanted.width);
+        rect.height = static_cast<float>(wanted.height);
+        UI_SetLocalRectF(rect);
+    }
+
+    /// What shows where the editor's window does not cover the view: opaque mid grey.
+    void UI_Draw(zelui::drawbot::Drawbot& drawbot) override {
+        drawbot.FillRect(UI_GetLocalRectF(false), {0.5f, 0.5f, 0.5f, 1.0f});
+    }
+
+    /// The id is not compared, on purpose: there is only the one timer.
+    bool UI_DoTimerNotify(long) override {
+        if (mEditor) mEditor->Idle();
+        return true;
+    }
+
+protected:
+    ~PluginEmbedView() override {
+        if (mTimerID != 0) UI_RemoveTimer(mTimerID, false);
+        if (mFilter && mTimerInstalled && mEditor) mEditor->CloseView();
+    }
+
+    void UI_DisabledStateChanged() override {
+        UI_OSSubViewAdapter::UI_DisabledStateChanged();
+        RepaintNow(*this);
+    }
+
+    void UI_NodeChanged(int change) override {
+        UI_OSSubViewAdapter::UI_NodeChanged(change);
+        SyncPlatformViewSize(*this, change);
+    }
+
+private:
+    /// In seconds.
+    static constexpr float kIdlePeriod = 0.04f;
+
+    void AddPlatformWindow() {
+        const boost::intrusive_ptr<zelui::ui::OS_ViewContainer> window(new zelui::ui::OS_ViewContainer(false));
+        window->UI_Show(true);
+        GetOSViewContainer()->ChildPushBack(window);
+    }
+
+    void PassThemeOn() {
+        const zelui::drawbot::SupplierInterface* const supplier = UI_GetDrawSupplier();
+        if (!mEditor || supplier == nullptr) return;
+        mEditor->SetThemeBrightness(zelui::ui::Theme::Get().GetBrightness(), supplier->WantsHighContrast());
+    }
+
+    const FilterPtr mFilter;
+    const EditorPtr mEditor;
+    std::int32_t mTimerID;
+    bool mTimerInstalled;
+    InstalledFunctions mInstalledFunctions;
+};
+
+}  // namespace
+
+}  // namespace zelaudiofilterhostui

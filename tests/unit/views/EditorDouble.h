@@ -1,0 +1,82 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include <zelaudiofilterhost/AudioFilterEditor.h>
+#include <zelui/KeyboardEvent.h>
+
+#include "support/AudioFilterDouble.h"
+
+namespace zeltests {
+
+/// A plug-in's editor that records what is called on it, in order.
+class EditorDouble : public zelaudiofilterhost::AudioFilterEditor {
+public:
+    /// The calls go into `calls`, which outlives the editor.
+    explicit EditorDouble(std::vector<std::string>& calls) : mCalls(calls) {}
+
+    zelcore::geom::Rect rect = {0, 0, 300, 200};
+    bool usesPlatformView = true;
+    bool takesFocus = true;
+    bool usesKeys = false;
+    bool throwsWhenOpened = false;
+    HWND parent = nullptr;
+    float brightness = -1.0f;
+    std::function<void()> onRect = {};
+
+    zelcore::geom::Rect GetViewRect() override {
+        mCalls.push_back("rect");
+        if (onRect) onRect();
+        return rect;
+    }
+    bool OpenView(HWND window) override {
+        mCalls.push_back("open");
+        parent = window;
+        if (throwsWhenOpened) throw std::runtime_error("the editor does not open");
+        return true;
+    }
+    void CloseView() override { mCalls.push_back("close"); }
+    void Idle() override { mCalls.push_back("idle"); }
+    bool UsesPlatformView() override { return usesPlatformView; }
+    void SetThemeBrightness(float themeBrightness, bool) override {
+        mCalls.push_back("theme");
+        brightness = themeBrightness;
+    }
+    bool DispatchKeyboardFocus(bool forward) override {
+        mCalls.push_back(forward ? "focus forward" : "focus backward");
+        return takesFocus;
+    }
+    bool DispatchCurrentFocus() override {
+        mCalls.push_back("current focus");
+        return takesFocus;
+    }
+    void SetContentScale(float) override {}
+    bool DoKey(int osCode, int, unsigned short, bool down) override {
+        mCalls.push_back((down ? "down " : "up ") + std::to_string(osCode));
+        return usesKeys;
+    }
+
+protected:
+    ~EditorDouble() override { mCalls.push_back("editor gone"); }
+
+private:
+    std::vector<std::string>& mCalls;
+};
+
+/// A filter with an editor of its own, or with none.
+class FilterWithEditor : public AudioFilterDouble {
+public:
+    FilterWithEditor() : AudioFilterDouble({{"Gain", "dB", 0.5f}, {"Mix", "%", 0.25f}}) {}
+
+    bool hasEditor = true;
+    boost::intrusive_ptr<EditorDouble> editor;
+    zelcore::ustring componentId = zelcore::utility::AsciiToUTF16("TEST-EDITOR");
+
+    zelcore::ustring GetComponentID() const override { return componentId; }
+    bool HasEditor() const override { return hasEditor; }
+    boost::intrusive_ptr<zelaudiofilterhost::AudioFilterEditor> GetEditor() override { return editor; }
+};
+
+}  // namespace zeltests

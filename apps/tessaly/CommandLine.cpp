@@ -13,12 +13,12 @@ const char* CommandLine::GetUsage() {
            "      instead of the scanner process, --json prints the catalogue for programs.\n"
            "  list [--json]\n"
            "      Print the catalogue: what works, what does not and why, and what is banned.\n"
-           "  edit [--component NAME] [--theme light|dark|system] [--screenshot FILE] PLUG-IN\n"
-           "      Open an editor of a plug-in's parameters in a window. PLUG-IN is a path, or the name or the component "
-           "ID of\n"
-           "      one in the catalogue; --component says which effect of a file with several. --screenshot writes a "
-           "picture of\n"
-           "      the window and ends.\n"
+           "  edit [--generic] [--component NAME] [--theme light|dark|system] [--screenshot FILE] PLUG-IN\n"
+           "      Open a plug-in's editor in a window, or with --generic one of its parameters alone. PLUG-IN is a path, "
+           "or the\n"
+           "      name or the component ID of one in the catalogue; --component says which effect of a file with "
+           "several.\n"
+           "      --screenshot writes a picture of the window and ends.\n"
            "\n"
            "Exit codes: 0 done, 1 failed, 2 wrong usage, 3 the scan did not get to every plug-in.\n";
 }
@@ -70,7 +70,9 @@ bool ParseScanOption(CommandLine& line, const std::string& option) {
 }
 
 bool ParseEditOption(CommandLine& line, const std::string& option, Arguments& arguments) {
-    if (option == "--component")
+    if (option == "--generic")
+        line.generic = true;
+    else if (option == "--component")
         line.component = arguments.TakeValueOf(option);
     else if (option == "--theme")
         line.theme = ParseTheme(arguments.TakeValueOf(option));

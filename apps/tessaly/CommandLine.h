@@ -19,6 +19,7 @@ struct CommandLine {
     std::vector<std::string> folders;
     std::string plugin;     ///< what to edit: a path, a component ID or a name
     std::string component;  ///< --component: which of the effects of a file
+    bool generic = false;   ///< --generic: the parameters, also of a plug-in with an editor of its own
     Theme theme = kSystem;
     std::string screenshot;  ///< --screenshot: where to write a picture of the window, instead of waiting for the user
 

@@ -40,7 +40,7 @@ int EditCommand::Run(zelui::Application& application) {
     }
     ChooseTheme();
     EditorWindow window(LoadFilter(mLine));
-    window.show();
+    window.Open(mLine.generic);
     if (!mLine.screenshot.empty()) return WriteScreenshot(window);
     QObject::connect(qApp, &QGuiApplication::lastWindowClosed, qApp, [&application] { application.Quit(kExitDone); });
     return application.Run();

@@ -4,17 +4,40 @@
 
 #include <boost/intrusive_ptr.hpp>
 #include <zelaudiofilterhost/AudioFilter.h>
+#include <zelaudiofilterhostui/AudioFilterEditorViewBase.h>
+#include <zelcore/Signals.h>
+
+class QVBoxLayout;
 
 namespace tessaly {
 
 /// A window with an editor of one filter. Main thread.
 class EditorWindow final : public QWidget {
 public:
-    explicit EditorWindow(const boost::intrusive_ptr<zelaudiofilterhost::AudioFilter>& filter);
+    typedef boost::intrusive_ptr<zelaudiofilterhost::AudioFilter> FilterPtr;
+
+    explicit EditorWindow(const FilterPtr& filter);
+    /// Closes the editor first.
+    ~EditorWindow() override;
+
+    /// Shows the window with the plug-in's own editor in it, or with the parameters: when `generic` says so, when the
+    /// plug-in has no editor, and when its editor does not open.
+    void Open(bool generic);
 
 private:
-    void AddEditor(const boost::intrusive_ptr<zelaudiofilterhost::AudioFilter>& filter);
+    bool OpenOwnEditor();
+    void OpenGenericEditor(const QString& note);
+    void AddScrollArea(QWidget* content);
     void AddNote(const QString& text);
+    void OnAdvanceFocus(bool forward);
+    void OnFocusChanged(QWidget* now);
+    void FitOnScreen();
+
+    FilterPtr mFilter;
+    boost::intrusive_ptr<zelaudiofilterhostui::AudioFilterEditorViewBase> mView;
+    QVBoxLayout* mLayout;
+    boost::signals::scoped_connection mAdvanceConnection;
+    boost::signals::scoped_connection mSizeConnection;
 };
 
 }  // namespace tessaly

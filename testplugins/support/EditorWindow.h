@@ -32,7 +32,7 @@ public:
         mHeight = height;
         mWindow = xcb_generate_id(mConnection);
         mContext = xcb_generate_id(mConnection);
-        const std::uint32_t events = XCB_EVENT_MASK_EXPOSURE;
+        const std::uint32_t events = XCB_EVENT_MASK_EXPOSURE | XCB_EVENT_MASK_BUTTON_PRESS;
         xcb_create_window(mConnection, XCB_COPY_FROM_PARENT, mWindow,
                           static_cast<xcb_window_t>(reinterpret_cast<std::uintptr_t>(parent)), 0, 0, Extent(width),
                           Extent(height), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK,
@@ -64,15 +64,19 @@ public:
         Draw();
     }
 
-    /// Draws what has to be drawn.
-    void HandleEvents() {
-        if (mConnection == nullptr) return;
+    /// Draws what has to be drawn. True when the window was clicked since the last time.
+    bool HandleEvents() {
+        if (mConnection == nullptr) return false;
+        bool isClicked = false;
         bool isExposed = false;
         while (xcb_generic_event_t* const event = xcb_poll_for_event(mConnection)) {
-            isExposed = isExposed || (event->response_type & 0x7F) == XCB_EXPOSE;
+            const int type = event->response_type & 0x7F;
+            isExposed = isExposed || type == XCB_EXPOSE;
+            isClicked = isClicked || type == XCB_BUTTON_PRESS;
             std::free(event);
         }
         if (isExposed) Draw();
+        return isClicked;
     }
 
     /// Becomes readable when there are events; -1 while closed.

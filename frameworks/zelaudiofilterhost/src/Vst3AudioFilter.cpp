@@ -7,8 +7,10 @@
 #include <zelcore/Utf.h>
 
 #include "PluginCall.h"
+#include "Vst3Editor.h"
 #include "Vst3MemoryStream.h"
 #include "Vst3Module.h"
+#include "Vst3View.h"
 
 namespace zelaudiofilterhost {
 
@@ -19,12 +21,36 @@ Vst3AudioFilter::Vst3AudioFilter(std::shared_ptr<Vst3Module> module, const Vst3C
       mHandler(Vst3Ptr<Vst3EditHandler>::Adopt(new Vst3EditHandler)),
       mInstance(std::move(module), effectClass, *mHandler.Get()),
       mParameters(mInstance.GetController()),
-      mProcessor(mInstance.GetComponent(), mParameters.GetToProcessor(), mParameters.GetFromProcessor()) {
+      mProcessor(mInstance.GetComponent(), mParameters.GetToProcessor(), mParameters.GetFromProcessor()),
+      // A scan that found no editor may have had no display to find it on.
+      mHasEditor(component.hasEditor ? std::optional<bool>(true) : std::nullopt),
+      mEditor(nullptr) {
     SynchroniseController();
     mHandler->SetTarget(&mParameters);
 }
 
 Vst3AudioFilter::~Vst3AudioFilter() { mHandler->SetTarget(nullptr); }
+
+bool Vst3AudioFilter::HasEditor() const {
+    if (mEditor != nullptr) return true;
+    if (!mHasEditor) mHasEditor = bool(MakeView());
+    return *mHasEditor;
+}
+
+boost::intrusive_ptr<AudioFilterEditor> Vst3AudioFilter::GetEditor() {
+    if (mEditor != nullptr) return mEditor;
+    Vst3Ptr<Steinberg::IPlugView> view = MakeView();
+    mHasEditor = bool(view);
+    if (view) mEditor = new Vst3Editor(*this, std::move(view));
+    return mEditor;
+}
+
+Vst3Ptr<Steinberg::IPlugView> Vst3AudioFilter::MakeView() const {
+    Vst3Ptr<Steinberg::IPlugView> view;
+    if (mInstance.GetController() == nullptr) return view;
+    CallPluginQuietly([&] { view = MakeVst3View(*mInstance.GetController()); });
+    return view;
+}
 
 int Vst3AudioFilter::GetEffectChannelCount(Direction direction) const {
     return mProcessor.GetChannelCount(direction == kInput ? Steinberg::Vst::kInput : Steinberg::Vst::kOutput);

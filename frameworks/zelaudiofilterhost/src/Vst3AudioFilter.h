@@ -1,9 +1,11 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 
 #include <boost/intrusive_ptr.hpp>
+#include <pluginterfaces/gui/iplugview.h>
 #include <zelaudiofilterhost/AudioFilter.h>
 #include <zelaudiofilterhost/PluginComponentInfo.h>
 
@@ -14,6 +16,8 @@
 #include "Vst3Ptr.h"
 
 namespace zelaudiofilterhost {
+
+class Vst3Editor;
 
 /// A live VST3 effect.
 class Vst3AudioFilter final : public AudioFilter {
@@ -31,12 +35,19 @@ public:
     float GetParameterValue(int index) const override { return mParameters.GetValue(index); }
     void SetParameterValue(int index, float value) override { mParameters.SetValue(index, value); }
     ustring GetParameterValueString(int index) const override { return mParameters.GetValueString(index); }
+    bool HasEditor() const override;
+    boost::intrusive_ptr<AudioFilterEditor> GetEditor() override;
     int GetEffectChannelCount(Direction direction) const override;
     bool StartProcessing(double sampleRate, int maximumFrames) override;
     void StopProcessing() override { mProcessor.Stop(); }
     void ProcessEffect(const float* const* inputs, float* const* outputs, int frames) override {
         mProcessor.Process(inputs, outputs, frames);
     }
+
+    // The editor's side of it: the views that the controller makes, and the end of an editor.
+    /// Null when it makes none that can be shown here.
+    Vst3Ptr<Steinberg::IPlugView> MakeView() const;
+    void ForgetEditor() { mEditor = nullptr; }
 
 protected:
     ~Vst3AudioFilter() override;
@@ -53,6 +64,9 @@ private:
     /// Asking for a value hands the controller what the processor has told meanwhile.
     mutable Vst3Parameters mParameters;
     Vst3Processor mProcessor;
+    /// Nothing as long as it is not known.
+    mutable std::optional<bool> mHasEditor;
+    Vst3Editor* mEditor;  ///< the one that somebody holds; it holds this filter
 };
 
 /// Makes a filter of the class that `component` names, from the module at the full path `path` (UTF-8). The class's id

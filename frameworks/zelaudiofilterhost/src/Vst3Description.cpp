@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <optional>
 
-#include <pluginterfaces/gui/iplugview.h>
 #include <zelcore/Utf.h>
 
 #include "PluginCall.h"
@@ -11,6 +10,7 @@
 #include "Vst3ComponentHandler.h"
 #include "Vst3Instance.h"
 #include "Vst3Module.h"
+#include "Vst3View.h"
 
 namespace zelaudiofilterhost {
 
@@ -33,11 +33,6 @@ std::vector<PluginBusInfo> ReadBuses(Vst::IComponent& component, Vst::BusDirecti
         buses.push_back(bus);
     }
     return buses;
-}
-
-/// Whether there is an editor is nowhere written down; the view has to be made. It is not attached to any window.
-bool MakesEditor(Vst::IEditController& controller) {
-    return bool(Vst3Ptr<Steinberg::IPlugView>::Adopt(controller.createView(Vst::ViewType::kEditor)));
 }
 
 /// Whether a name stands in a list such as "Instrument|Synth".
@@ -63,7 +58,8 @@ PluginComponentInfo DescribeClass(const std::shared_ptr<Vst3Module>& module, con
         info.outputBuses = ReadBuses(instance.GetComponent(), Vst::kOutput);
         if (Vst::IEditController* const controller = instance.GetController()) {
             info.parameterCount = std::clamp(controller->getParameterCount(), 0, PluginComponentInfo::kMaxParameters);
-            info.hasEditor = MakesEditor(*controller);
+            // Nowhere written down; the view has to be made. It is not attached to any window.
+            info.hasEditor = bool(MakeVst3View(*controller));
         }
     });
     return info;

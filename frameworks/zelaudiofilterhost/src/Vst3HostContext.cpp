@@ -4,6 +4,8 @@
 #include <cstring>
 #include <iterator>
 
+#include <pluginterfaces/gui/iplugview.h>
+#include <pluginterfaces/gui/iplugviewcontentscalesupport.h>
 #include <pluginterfaces/vst/ivstaudioprocessor.h>
 #include <pluginterfaces/vst/ivstcomponent.h>
 #include <pluginterfaces/vst/ivsteditcontroller.h>
@@ -56,9 +58,12 @@ Steinberg::tresult PLUGIN_API Vst3HostContext::createInstance(Steinberg::TUID cl
 }
 
 Steinberg::tresult PLUGIN_API Vst3HostContext::isPlugInterfaceSupported(const Steinberg::TUID interfaceId) {
-    const Steinberg::TUID* const kUsed[] = {&Steinberg::Vst::IComponent_iid, &Steinberg::Vst::IAudioProcessor_iid,
+    const Steinberg::TUID* const kUsed[] = {&Steinberg::Vst::IComponent_iid,
+                                            &Steinberg::Vst::IAudioProcessor_iid,
                                             &Steinberg::Vst::IEditController_iid,
-                                            &Steinberg::Vst::IConnectionPoint_iid};
+                                            &Steinberg::Vst::IConnectionPoint_iid,
+                                            &Steinberg::IPlugView_iid,
+                                            &Steinberg::IPlugViewContentScaleSupport_iid};
     const bool used = std::any_of(std::begin(kUsed), std::end(kUsed),
                                   [interfaceId](const Steinberg::TUID* id) { return IsSame(interfaceId, *id); });
     return used ? Steinberg::kResultTrue : Steinberg::kResultFalse;

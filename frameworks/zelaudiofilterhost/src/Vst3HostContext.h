@@ -5,13 +5,13 @@
 
 namespace zelaudiofilterhost {
 
-/// The host as VST3 modules see it: its name, the messages and attribute lists that it makes for them, and which of
-/// their interfaces it makes use of. One for the whole process and never gone, because plug-ins keep it longer than
-/// they should. Any thread.
+/// The host as VST3 modules see it, whichever instance asks: its name, the messages and attribute lists that it makes
+/// for them, and which of their interfaces it makes use of. One for the whole process and never gone, because plug-ins
+/// keep it longer than they should. Any thread.
 class Vst3HostContext final : public Steinberg::Vst::IHostApplication, public Steinberg::Vst::IPlugInterfaceSupport {
 public:
     static Vst3HostContext& GetInstance();
-    /// The same as what factories and `initialize` take.
+    /// The same as what factories take.
     static Steinberg::FUnknown* GetUnknown();
 
     Steinberg::tresult PLUGIN_API getName(Steinberg::Vst::String128 name) override;

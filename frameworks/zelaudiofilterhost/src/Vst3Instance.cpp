@@ -4,7 +4,6 @@
 #include <zelaudiofilterhost/PluginDescription.h>
 
 #include "PluginCall.h"
-#include "Vst3HostContext.h"
 
 namespace zelaudiofilterhost {
 
@@ -15,9 +14,9 @@ using Steinberg::Vst::IConnectionPoint;
 using Steinberg::Vst::IEditController;
 
 template <typename T>
-bool Vst3Instance::Part<T>::Initialize() {
-    initialized = CallPlugin("when it was opened",
-                             [this] { return object->initialize(Vst3HostContext::GetUnknown()) == kResultOk; });
+bool Vst3Instance::Part<T>::Initialize(Steinberg::FUnknown* context) {
+    initialized =
+        CallPlugin("when it was opened", [this, context] { return object->initialize(context) == kResultOk; });
     return initialized;
 }
 
@@ -29,15 +28,9 @@ void Vst3Instance::Part<T>::End() noexcept {
 
 Vst3Instance::Vst3Instance(std::shared_ptr<Vst3Module> module, const Vst3Class& effectClass,
                            Steinberg::Vst::IComponentHandler& handler)
-    : mModule(std::move(module)) {
-    mComponent.object = mModule->Make<IComponent>(effectClass.id.data(), Steinberg::Vst::IComponent_iid);
-    if (!mComponent.object) throw PluginLoadError("could not make its effect");
-    if (!mComponent.Initialize()) throw PluginLoadError("refused to be opened");
-    const bool processes = CallPlugin("when it was opened", [this] {
-        return bool(Vst3Ptr<IAudioProcessor>::Query(mComponent.object.Get(), Steinberg::Vst::IAudioProcessor_iid));
-    });
-    if (!processes) throw PluginLoadError("its effect processes no audio");
+    : mModule(std::move(module)), mContext(Vst3Ptr<Vst3InstanceContext>::Adopt(new Vst3InstanceContext)) {
     try {
+        MakeComponent(effectClass);
         CallPlugin("when it was opened", [this, &handler] {
             MakeController();
             if (!mController.object) return;
@@ -46,18 +39,32 @@ Vst3Instance::Vst3Instance(std::shared_ptr<Vst3Module> module, const Vst3Class& 
         });
     } catch (...) {
         // The destructor of what was never made does not run, and its halves may hold on to each other already.
-        Separate();
+        End();
         throw;
     }
 }
 
-Vst3Instance::~Vst3Instance() { Separate(); }
+Vst3Instance::~Vst3Instance() { End(); }
 
-void Vst3Instance::Separate() noexcept {
+void Vst3Instance::End() noexcept {
     Disconnect();
     if (mController.object) {
         CallPluginQuietly([this] { mController.object->setComponentHandler(nullptr); });
     }
+    mController.End();
+    mComponent.End();
+    // Ended and not gone yet: what is still registered is often a part of these objects, counted or not.
+    mContext->GetRunLoop().Stop();
+}
+
+void Vst3Instance::MakeComponent(const Vst3Class& effectClass) {
+    mComponent.object = mModule->Make<IComponent>(effectClass.id.data(), Steinberg::Vst::IComponent_iid);
+    if (!mComponent.object) throw PluginLoadError("could not make its effect");
+    if (!mComponent.Initialize(mContext.Get())) throw PluginLoadError("refused to be opened");
+    const bool processes = CallPlugin("when it was opened", [this] {
+        return bool(Vst3Ptr<IAudioProcessor>::Query(mComponent.object.Get(), Steinberg::Vst::IAudioProcessor_iid));
+    });
+    if (!processes) throw PluginLoadError("its effect processes no audio");
 }
 
 void Vst3Instance::MakeController() {
@@ -67,7 +74,7 @@ void Vst3Instance::MakeController() {
     Steinberg::TUID classId = {};
     if (mComponent.object->getControllerClassId(classId) != kResultOk) return;
     mController.object = mModule->Make<IEditController>(classId, Steinberg::Vst::IEditController_iid);
-    if (mController.object && !mController.Initialize()) mController.object.Reset();
+    if (mController.object && !mController.Initialize(mContext.Get())) mController.object.Reset();
 }
 
 void Vst3Instance::Connect() {

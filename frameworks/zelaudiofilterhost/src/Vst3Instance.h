@@ -6,6 +6,7 @@
 #include <pluginterfaces/vst/ivsteditcontroller.h>
 #include <pluginterfaces/vst/ivstmessage.h>
 
+#include "Vst3InstanceContext.h"
 #include "Vst3Module.h"
 #include "Vst3Ptr.h"
 
@@ -35,18 +36,20 @@ private:
         bool initialized = false;
 
         ~Part() { End(); }
-        bool Initialize();
+        bool Initialize(Steinberg::FUnknown* context);
         void End() noexcept;
     };
 
+    void MakeComponent(const Vst3Class& effectClass);
     void MakeController();
     void Connect();
     void Disconnect() noexcept;
-    /// Undoes what connects the halves with each other and with the host.
-    void Separate() noexcept;
+    /// Undoes what connects the halves with each other and with the host, and ends them.
+    void End() noexcept;
 
     // In this order: they go from the last to the first.
     std::shared_ptr<Vst3Module> mModule;
+    Vst3Ptr<Vst3InstanceContext> mContext;
     Part<Steinberg::Vst::IComponent> mComponent;
     Part<Steinberg::Vst::IEditController> mController;
     Vst3Ptr<Steinberg::Vst::IConnectionPoint> mComponentPoint;

@@ -27,10 +27,34 @@ Vst3Parameters::Vst3Parameters(Vst::IEditController* controller) : mController(c
     mToProcessor.Reserve(kFirstRoom);
 }
 
-int Vst3Parameters::GetCount() const {
+int Vst3Parameters::AskCount() const {
     int count = 0;
     if (mController != nullptr) CallPluginQuietly([&] { count = mController->getParameterCount(); });
     return std::clamp(count, 0, PluginComponentInfo::kMaxParameters);
+}
+
+bool Vst3Parameters::AskInfo(int position, Vst::ParameterInfo& info) const {
+    bool found = false;
+    CallPluginQuietly([&] { found = mController->getParameterInfo(position, info) == Steinberg::kResultOk; });
+    return found;
+}
+
+// One that says nothing of itself has its place among the others: it may come to.
+void Vst3Parameters::ListShown() const {
+    const int count = AskCount();
+    if (count == mListedCount) return;
+    mShown.clear();
+    for (int position = 0; position < count; ++position) {
+        Vst::ParameterInfo info = {};
+        const bool hidden = AskInfo(position, info) && (info.flags & Vst::ParameterInfo::kIsHidden) != 0;
+        if (!hidden) mShown.push_back(position);
+    }
+    mListedCount = count;
+}
+
+int Vst3Parameters::GetCount() const {
+    ListShown();
+    return static_cast<int>(mShown.size());
 }
 
 boost::intrusive_ptr<AudioFilterParameterInfo> Vst3Parameters::GetInfo(int index) const {
@@ -86,9 +110,7 @@ void Vst3Parameters::OnEdited(Vst::ParamID id, double value) {
 
 bool Vst3Parameters::Find(int index, Vst::ParameterInfo& info) const {
     if (index < 0 || index >= GetCount()) return false;
-    bool found = false;
-    CallPluginQuietly([&] { found = mController->getParameterInfo(index, info) == Steinberg::kResultOk; });
-    return found;
+    return AskInfo(mShown[static_cast<std::size_t>(index)], info);
 }
 
 double Vst3Parameters::Ask(Vst::ParamID id) const {

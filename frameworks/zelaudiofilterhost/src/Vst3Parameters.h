@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 #include <boost/intrusive_ptr.hpp>
 #include <pluginterfaces/vst/ivsteditcontroller.h>
 #include <zelaudiofilterhost/AudioFilterParameterInfo.h>
@@ -11,7 +13,9 @@ namespace zelaudiofilterhost {
 
 /// The parameters of one VST3 effect as its edit controller tells them, and their way between the controller and the
 /// processor. The controller is asked each time: a parameter may be renamed, moved or gone at any time, and what is not
-/// kept needs no telling. Main thread; no exception of the plug-in's comes out.
+/// kept needs no telling. Only which ones are for people to see is kept, for as long as their number stays: those that
+/// plug-ins hide, for the buffer size and the like, count for nothing. Main thread; no exception of the plug-in's comes
+/// out.
 class Vst3Parameters {
 public:
     /// `controller` may be null (no parameters) and outlives the object.
@@ -34,12 +38,18 @@ public:
     Vst3ParameterMailbox& GetFromProcessor() { return mFromProcessor; }
 
 private:
+    int AskCount() const;
+    bool AskInfo(int position, Steinberg::Vst::ParameterInfo& info) const;
+    void ListShown() const;
     bool Find(int index, Steinberg::Vst::ParameterInfo& info) const;
     double Ask(Steinberg::Vst::ParamID id) const;
     bool Tell(Steinberg::Vst::ParamID id, double value);
     void TakeFromProcessor();
 
     Steinberg::Vst::IEditController* mController;
+    /// The controller's positions of those that are not hidden, and of how many that was.
+    mutable std::vector<int> mShown;
+    mutable int mListedCount = 0;
     Vst3ParameterMailbox mToProcessor;
     Vst3ParameterMailbox mFromProcessor;
 };

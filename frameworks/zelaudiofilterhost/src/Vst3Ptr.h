@@ -23,6 +23,11 @@ public:
         pointer.mObject = object;
         return pointer;
     }
+    /// Takes a reference of its own to an object, which may be null. What the plug-in throws comes out.
+    static Vst3Ptr Share(T* object) {
+        if (object != nullptr) object->addRef();
+        return Adopt(object);
+    }
     /// Asks an object (may be null) for an interface; null when it has none.
     static Vst3Ptr Query(Steinberg::FUnknown* object, const Steinberg::TUID id) {
         void* found = nullptr;

@@ -11,6 +11,7 @@
 #include <zelui/UI_Container.h>
 
 #include "CallOut.h"
+#include "FocusStops.h"
 #include "NodePeer.h"
 #include "NodeView.h"
 #include "ThemeChanges.h"
@@ -56,6 +57,21 @@ const boost::intrusive_ptr<UI_Node>& CheckRoot(const boost::intrusive_ptr<UI_Nod
     throw std::invalid_argument("NodeHost: the root of a tree is needed");
 }
 
+/// A member that is true for a while in which its owner may go.
+class RaisedFlag {
+public:
+    RaisedFlag(QObject& owner, bool& flag) : mOwner(&owner), mFlag(flag) { mFlag = true; }
+    ~RaisedFlag() {
+        if (mOwner) mFlag = false;
+    }
+    RaisedFlag(const RaisedFlag&) = delete;
+    RaisedFlag& operator=(const RaisedFlag&) = delete;
+
+private:
+    const QPointer<QObject> mOwner;
+    bool& mFlag;
+};
+
 /// The sibling above which `node` may not be: the first one after it that has a widget.
 QWidget* FindAbove(const UI_Node& node) {
     const UI_Container* const siblings = node.UI_GetParentNode()->UI_AsContainer();
@@ -68,15 +84,6 @@ QWidget* FindAbove(const UI_Node& node) {
     }
     return above;
 }
-
-/// The stops of the Tab key in their order, and where among them a node stands that need not be one itself.
-struct Stops {
-    const UI_Node* place;
-    bool placeStays;
-    std::vector<boost::intrusive_ptr<UI_Node>> nodes = {};
-    std::size_t before = 0;  ///< how many come before that node
-    std::size_t upTo = 0;    ///< the same with the node itself
-};
 
 }  // namespace
 
@@ -125,9 +132,7 @@ void NodeHost::LetGoOfRoot() {
 
 NodeHost* NodeHost::Of(const UI_Node& node) { return node.mHost; }
 
-QSize NodeHost::GetSize() const {
-    return mRoot ? UI_Node::Peer::GetPixelFrame(*mRoot).size() : QSize(0, 0);
-}
+QSize NodeHost::GetSize() const { return mRoot ? UI_Node::Peer::GetPixelFrame(*mRoot).size() : QSize(0, 0); }
 
 // What is in view
 
@@ -292,6 +297,8 @@ void NodeHost::PaintNow(const UI_Node& node, bool updateFirst) {
     // Painting inside painting is what Qt cannot do; it follows at once anyway.
     if (NodeView::IsDrawing()) return;
     // Not QWidget::repaint, which has all of the widget painted, invalidated or not.
+    // What has just been shown is invalidated by an event of its own.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::UpdateLater);
     QEvent request(QEvent::UpdateRequest);
     QCoreApplication::sendEvent(widget->window(), &request);
 }
@@ -316,71 +323,27 @@ bool NodeHost::GiveFocus(UI_Node& node, ui::FocusChangeReason reason) {
     return widget && node.UI_HasKeyboardFocus(true);
 }
 
-namespace {
-
-void CollectStops(UI_Node& node, Stops& stops) {
-    const bool open = node.UI_IsShown() && !node.UI_IsDisabled();
-    if (&node == stops.place) stops.before = stops.upTo = stops.nodes.size();
-    if (!open || (&node == stops.place && !stops.placeStays)) return;
-    if (node.UI_WantsKeyboardFocusFromAdvance()) stops.nodes.emplace_back(&node);
-    if (&node == stops.place) stops.upTo = stops.nodes.size();
-    UI_Container* const container = node.UI_AsContainer();
-    for (std::size_t i = 0; container != nullptr && i < container->ChildCount(); ++i)
-        CollectStops(*container->ChildAt(i), stops);
-}
-
-/// Whether the focus would come back to where it is: a stop that takes none itself gives it to the first node in it.
-bool LeadsBack(const UI_Node& stop, const UI_Node* place) {
-    if (stop.UI_WantsKeyboardFocus()) return false;
-    while (place != nullptr && place != &stop) place = place->UI_GetParentNode();
-    return place != nullptr;
-}
-
-bool FocusFirstOf(const Stops& stops, std::size_t begin, std::size_t end, ui::FocusChangeReason reason) {
-    for (std::size_t i = begin; i < end; ++i) {
-        if (stops.nodes[i]->UI_GainKeyboardFocus(reason)) return true;
-    }
-    return false;
-}
-
-bool FocusLastOf(const Stops& stops, std::size_t end, ui::FocusChangeReason reason) {
-    for (std::size_t i = end; i-- > 0;) {
-        if (!LeadsBack(*stops.nodes[i], stops.place) && stops.nodes[i]->UI_GainKeyboardFocus(reason)) return true;
-    }
-    return false;
-}
-
-}  // namespace
-
 bool NodeHost::AdvanceFocus(bool forward) {
     if (!mRoot) return false;
     const QPointer<QObject> self(this);
-    Stops stops{GetFocusNode(), true};
-    CollectStops(*mRoot, stops);
+    const FocusStops stops(mRoot.get(), GetFocusNode(), true);
     const ui::FocusChangeReason reason = GetReason(forward);
-    const bool moved = forward ? FocusFirstOf(stops, stops.upTo, stops.nodes.size(), reason)
-                               : FocusLastOf(stops, stops.before, reason);
+    const bool moved = forward ? stops.GiveToNext(reason) : stops.GiveToPrevious(reason);
     return moved || !self || LeaveFocus(forward) || EnterFocus(forward, reason);
 }
 
 bool NodeHost::EnterFocus(bool forward, ui::FocusChangeReason reason) {
-    if (!mRoot) return false;
-    Stops stops{nullptr, true};
-    CollectStops(*mRoot, stops);
-    return forward ? FocusFirstOf(stops, 0, stops.nodes.size(), reason)
-                   : FocusLastOf(stops, stops.nodes.size(), reason);
+    const FocusStops stops(mRoot.get(), nullptr, true);
+    return forward ? stops.GiveToNext(reason) : stops.GiveToLast(reason);
 }
 
-// Qt's own chain holds the widgets of nodes in the order in which they came into view, which means nothing. None of them
-// takes the Tab key by its focus policy; here they are only stepped over.
+// Qt's own chain holds the widgets of nodes in the order in which they came into view, which means nothing. None of
+// them takes the Tab key by its focus policy; here they are only stepped over.
 bool NodeHost::LeaveFocus(bool forward) {
     // Two surfaces without a stop would send the focus to and fro.
     if (mLeavingFocus) return false;
-    const QPointer<QObject> self(this);
-    mLeavingFocus = true;
-    const bool left = GiveFocusToHost(forward);
-    if (self) mLeavingFocus = false;
-    return left;
+    const RaisedFlag leaving(*this, mLeavingFocus);
+    return GiveFocusToHost(forward);
 }
 
 bool NodeHost::GiveFocusToHost(bool forward) {
@@ -396,11 +359,12 @@ bool NodeHost::GiveFocusToHost(bool forward) {
 
 void NodeHost::PassFocusOn(const UI_Node& node) {
     const QPointer<QObject> self(this);
-    Stops stops{&node, false};
-    if (mRoot) CollectStops(*mRoot, stops);
-    if (!FocusFirstOf(stops, stops.upTo, stops.nodes.size(), ui::kFocusLeftOver))
-        FocusLastOf(stops, stops.before, ui::kFocusLeftOver);
-    // Nobody took it, or somebody gave it back.
+    if (!mPassingFocus) {
+        const RaisedFlag passing(*this, mPassingFocus);
+        const FocusStops stops(mRoot.get(), &node, false);
+        if (!stops.GiveToNext(ui::kFocusLeftOver)) stops.GiveToPrevious(ui::kFocusLeftOver);
+    }
+    // Nobody took it, or somebody gave it back, or took away the node meanwhile.
     if (self && node.UI_HasKeyboardFocus(true)) mSurface.window()->focusWidget()->clearFocus();
 }
 

@@ -10,8 +10,8 @@
 
 namespace zelui {
 
-/// Shows a node tree in a widget, the surface: makes the widgets of the nodes that are in view, lets go of those that are
-/// far out of it, and moves the keyboard focus from node to node. Nodes tell it what changed. Main thread.
+/// Shows a node tree in a widget, the surface: makes the widgets of the nodes that are in view, lets go of those that
+/// are far out of it, and moves the keyboard focus from node to node. Nodes tell it what changed. Main thread.
 class NodeHost final : private QObject {
 public:
     typedef boost::intrusive_ptr<ui::UI_Node> NodePtr;
@@ -78,6 +78,7 @@ private:
     bool mUpdating = false;
     bool mUpdateScheduled = false;
     bool mLeavingFocus = false;
+    bool mPassingFocus = false;
 };
 
 }  // namespace zelui

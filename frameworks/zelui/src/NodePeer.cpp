@@ -51,7 +51,8 @@ QRect UI_Node::Peer::GetPixelFrame(const UI_Node& node) {
 }
 
 QPointF UI_Node::Peer::GetDrawOrigin(const UI_Node& node) {
-    // Of a fractional frame the edges, not the whole of it, were moved to the pixels; the drawing must not move with one.
+    // Of a fractional frame the edges, not the whole of it, were moved to the pixels; the drawing must not move with
+    // one.
     if (node.mParent != nullptr) return GetPixelFrame(node).topLeft();
     return QPointF(node.mFrame.left, node.mFrame.top);
 }

@@ -8,8 +8,8 @@
 namespace zelui {
 namespace ui {
 
-/// The Qt side of a node: its widget, which exists while the node is in view. It takes over what the node says and tells
-/// the node what the user did; it keeps nothing of its own that would be lost with it.
+/// The Qt side of a node: its widget, which exists while the node is in view. It takes over what the node says and
+/// tells the node what the user did; it keeps nothing of its own that would be lost with it.
 ///
 /// A node's kind of peer derives from it, makes the widget and brings it up to date. What a handler of the widget calls
 /// may let go of the node: whoever goes on afterwards holds the node meanwhile, and asks IsAlive before it touches the
@@ -28,8 +28,8 @@ public:
     QWidget* GetWidget() const { return mWidget; }
     UI_Node& GetNode() const { return mNode; }
 
-    /// The place of the node's widget in that of its parent: neighbours share an edge, and it falls on the same pixel for
-    /// both. A root fills its surface from the left top corner, wherever its frame begins.
+    /// The place of the node's widget in that of its parent: neighbours share an edge, and it falls on the same pixel
+    /// for both. A root fills its surface from the left top corner, wherever its frame begins.
     static QRect GetPixelFrame(const UI_Node& node);
     /// Where the widget's left top corner lies in the coordinates that the node draws in.
     static QPointF GetDrawOrigin(const UI_Node& node);

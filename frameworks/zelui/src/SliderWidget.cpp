@@ -1,5 +1,6 @@
 #include "SliderWidget.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 

@@ -23,10 +23,12 @@ bool IsIn(const UI_Node& node, const UI_Node& ancestor) {
 UI_Container::UI_Container() = default;
 
 UI_Container::~UI_Container() {
-    // A container that goes stands in no window any more, but it may have been disabled.
-    for (const boost::intrusive_ptr<UI_Node>& child : mChildren) child->mParent = nullptr;
-    for (const boost::intrusive_ptr<UI_Node>& child : mChildren)
-        CallOut("A view that lost its parent", [&child] { child->SetParent(nullptr); });
+    const std::vector<boost::intrusive_ptr<UI_Node>> children = std::move(mChildren);
+    for (const boost::intrusive_ptr<UI_Node>& child : children) child->mParent = nullptr;
+    for (const boost::intrusive_ptr<UI_Node>& child : children) {
+        // It stood in no window any more, but may have been disabled. Who goes as well is told nothing.
+        if (child->GetRefCount() > 1) CallOut("A view that lost its parent", [&child] { child->TellStateChanged(); });
+    }
 }
 
 void UI_Container::ChildPushBack(const boost::intrusive_ptr<UI_Node>& child) {

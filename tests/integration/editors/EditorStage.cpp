@@ -18,17 +18,22 @@ namespace zeltests {
 namespace {
 
 constexpr int kTurnMilliseconds = 40;
+/// Enough for a picture to be complete: some are painted part by part, by threads that do not like to be stopped at it.
+constexpr int kFirstTurns = 15;
 constexpr int kMaxPlaceExtent = 2000;
 
 }  // namespace
 
-EditorStage::EditorStage() : mPlace(new QWidget(&mWindow)), mSizeChanges(0) {
+EditorStage::EditorStage() : mPlace(new QWidget(&mWindow)), mTurnCount(0), mSizeChanges(0) {
     mPlace->setAttribute(Qt::WA_NativeWindow);
     mPlace->resize(320, 240);
     mWindow.resize(mPlace->size());
     mWindow.show();
     RunUntil([this] { return mWindow.windowHandle()->isExposed() && mPlace->windowHandle()->isExposed(); });
-    QObject::connect(&mTurns, &QTimer::timeout, [this] { mEditor->Idle(); });
+    QObject::connect(&mTurns, &QTimer::timeout, [this] {
+        ++mTurnCount;
+        mEditor->Idle();
+    });
 }
 
 EditorStage::~EditorStage() { Unload(); }
@@ -50,6 +55,7 @@ bool EditorStage::Open() {
     SizePlace();
     if (!mEditor->OpenView(zelui::qt::GetWindowHandle(mPlace))) return false;
     SizePlace();
+    mTurnCount = 0;
     mTurns.start(kTurnMilliseconds);
     return true;
 }
@@ -72,6 +78,7 @@ bool EditorStage::RunUntil(const std::function<bool()>& condition) {
 
 bool EditorStage::RunUntilDrawn() {
     return RunUntil([this] {
+        if (mTurnCount < kFirstTurns) return false;
         const QImage image = Grab();
         for (int y = 0; y < image.height(); ++y) {
             for (int x = 0; x < image.width(); ++x) {

@@ -42,7 +42,8 @@ public:
 
     /// Runs the event loop until the condition holds; false when it does not in time.
     bool RunUntil(const std::function<bool()>& condition);
-    /// Runs the event loop until something but one flat colour is to be seen in the editor's place.
+    /// Runs the event loop until the editor had some turns and something but one flat colour is to be seen in its
+    /// place.
     bool RunUntilDrawn();
     /// What is on the screen where the editor is.
     QImage Grab() const;
@@ -59,6 +60,7 @@ private:
     QWidget mWindow;
     QWidget* mPlace;
     QTimer mTurns;
+    int mTurnCount;
     boost::intrusive_ptr<zelaudiofilterhost::AudioFilter> mFilter;
     boost::intrusive_ptr<zelaudiofilterhost::AudioFilterEditor> mEditor;
     boost::signals::scoped_connection mSizeConnection;

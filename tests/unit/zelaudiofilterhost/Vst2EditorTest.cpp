@@ -8,6 +8,7 @@
 #include <zelcore/SimpleMainLoop.h>
 
 #include "DescribeForTest.h"
+#include "support/WaitFor.h"
 #include "Vst2FilterForTest.h"
 
 using namespace zelaudiofilterhost;
@@ -410,6 +411,28 @@ TEST_F(Vst2EditorTest, APluginThatAnswersEverythingWithAnotherSizeHangsNobody) {
     EXPECT_LE(mSizeChanges, before + 1) << "without turns it comes to rest";
 }
 
+TEST_F(Vst2EditorTest, APluginMayAskForSizesFromItsOwnThreadAtAnyTime) {
+    for (int round = 0; round < 10; ++round) {
+        Load("zel_editor_chatty");
+        for (int opening = 0; opening < 3; ++opening) {
+            const int granted = std::stoi(Tell("Granted"));
+            mSizeChanges = 0;
+            ASSERT_TRUE(mEditor->OpenView(NoWindow()));
+            EXPECT_TRUE(WaitFor([&] { return std::stoi(Tell("Granted")) > granted + 10; }));
+            constexpr int kTurns = 5;
+            for (int turn = 0; turn < kTurns; ++turn) {
+                mEditor->Idle();
+                for (int i = 0; i < 3; ++i) mLoop.RunPending();
+                EXPECT_EQ(mEditor->GetViewRect().height, 300);
+            }
+            EXPECT_LE(mSizeChanges, kTurns + 1);
+            if (opening < 2) mEditor->CloseView();
+        }
+        mFilter.reset();
+        mEditor.reset();
+    }
+}
+
 TEST_F(Vst2EditorTest, SizesAreRefusedWhileClosingAndWhenClosedAndAtTheFiltersEnd) {
     LoadOpen("zel_editor_restless");
     mEditor->CloseView();
@@ -437,6 +460,23 @@ TEST_F(Vst2EditorTest, WhatIsUnderWayWhenTheEditorClosesIsNotTold) {
     mEditor->OpenView(NoWindow());
     mLoop.RunPending();
     EXPECT_EQ(mSizeChanges, 0) << "it has had that size since it was opened again";
+}
+
+TEST_F(Vst2EditorTest, ASizeThatNobodyTookIsForgottenWhenTheEditorCloses) {
+    LoadOpen("zel_editor");
+    Set("Size elsewhere", 1.0f);
+    mEditor->CloseView();
+    mEditor->OpenView(NoWindow());
+    EXPECT_EQ(mEditor->GetViewRect(), (Rect{0, 0, 300, 200}));
+}
+
+TEST_F(Vst2EditorTest, WhatIsUnderWayWhenTheEditorGoesReachesNobody) {
+    LoadOpen("zel_editor");
+    Set("Size", 1.0f);
+    mEditor.reset();
+    mLoop.RunPending();
+    EXPECT_EQ(mSizeChanges, 0);
+    EXPECT_EQ(Calls(), "close");
 }
 
 TEST_F(Vst2EditorTest, TheEditorMayBeClosedOrLetGoOfWhileItTellsItsSize) {

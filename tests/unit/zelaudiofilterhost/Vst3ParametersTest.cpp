@@ -64,6 +64,17 @@ TEST(Vst3ParametersTest, TheControllerShowsTheComponentsValuesFromTheStart) {
     EXPECT_EQ(MakeVst3("good/ZelMany3")->GetParameterValue(1), 0.25f);
 }
 
+TEST(Vst3ParametersTest, WhatAPluginHidesIsNotShownAndShiftsTheOthers) {
+    const auto filter = MakeVst3("good/ZelHidden3");
+    ASSERT_EQ(filter->GetParameterCount(), 2);
+    EXPECT_EQ(NameOf(*filter, 0), "Gain");
+    EXPECT_EQ(NameOf(*filter, 1), "Mix");
+    filter->SetParameterValue(1, 0.75f);
+    EXPECT_EQ(filter->GetParameterValue(1), 0.75f);
+    EXPECT_NE(filter->GetParameterValue(0), 0.75f);
+    ExpectNothing(*filter, 2);
+}
+
 TEST(Vst3ParametersTest, WithoutAControllerThereAreNone) {
     const auto filter = MakeVst3("good/ZelPlain3");
     EXPECT_EQ(filter->GetParameterCount(), 0);

@@ -35,13 +35,13 @@ TEST_F(KeyboardMappingTest, LettersAndDigitsHaveTheirOwnCodes) {
 
 TEST_F(KeyboardMappingTest, SpecialKeysHaveTheirVirtualKeyCodes) {
     const std::pair<int, int> codes[] = {
-        {Qt::Key_Backspace, 0x08}, {Qt::Key_Return, 0x0D},  {Qt::Key_Enter, 0x0D},    {Qt::Key_Shift, 0x10},
-        {Qt::Key_Control, 0x11},   {Qt::Key_Alt, 0x12},     {Qt::Key_AltGr, 0x12},    {Qt::Key_Pause, 0x13},
-        {Qt::Key_CapsLock, 0x14},  {Qt::Key_Escape, 0x1B},  {Qt::Key_Space, 0x20},    {Qt::Key_PageUp, 0x21},
-        {Qt::Key_PageDown, 0x22},  {Qt::Key_End, 0x23},     {Qt::Key_Home, 0x24},     {Qt::Key_Left, 0x25},
-        {Qt::Key_Up, 0x26},        {Qt::Key_Right, 0x27},   {Qt::Key_Down, 0x28},     {Qt::Key_Print, 0x2C},
-        {Qt::Key_Insert, 0x2D},    {Qt::Key_Delete, 0x2E},  {Qt::Key_Meta, 0x5B},     {Qt::Key_Super_L, 0x5B},
-        {Qt::Key_Super_R, 0x5C},   {Qt::Key_Menu, 0x5D},    {Qt::Key_F1, 0x70},       {Qt::Key_F12, 0x7B},
+        {Qt::Key_Backspace, 0x08}, {Qt::Key_Return, 0x0D},  {Qt::Key_Enter, 0x0D},     {Qt::Key_Shift, 0x10},
+        {Qt::Key_Control, 0x11},   {Qt::Key_Alt, 0x12},     {Qt::Key_AltGr, 0x12},     {Qt::Key_Pause, 0x13},
+        {Qt::Key_CapsLock, 0x14},  {Qt::Key_Escape, 0x1B},  {Qt::Key_Space, 0x20},     {Qt::Key_PageUp, 0x21},
+        {Qt::Key_PageDown, 0x22},  {Qt::Key_End, 0x23},     {Qt::Key_Home, 0x24},      {Qt::Key_Left, 0x25},
+        {Qt::Key_Up, 0x26},        {Qt::Key_Right, 0x27},   {Qt::Key_Down, 0x28},      {Qt::Key_Print, 0x2C},
+        {Qt::Key_Insert, 0x2D},    {Qt::Key_Delete, 0x2E},  {Qt::Key_Meta, 0x5B},      {Qt::Key_Super_L, 0x5B},
+        {Qt::Key_Super_R, 0x5C},   {Qt::Key_Menu, 0x5D},    {Qt::Key_F1, 0x70},        {Qt::Key_F12, 0x7B},
         {Qt::Key_F24, 0x87},       {Qt::Key_NumLock, 0x90}, {Qt::Key_ScrollLock, 0x91}};
     for (const auto& [key, code] : codes) EXPECT_EQ(code, GetCode(key)) << code;
 }

@@ -86,8 +86,9 @@ TEST_F(NodeViewTest, FractionalNodesAreFilledToTheirPixels) {
     const TestNodePtr child = MakeNode({}, mRoot);
     FillWith(child, kRed);
     Show();
-    for (const RectF& frame : {RectF{0.4f, 0.4f, 10.2f, 10.2f}, RectF{0.5f, 0.5f, 10, 10}, RectF{3.3f, 3.7f, 5.5f, 5.1f},
-                               RectF{10.5f, 10.49f, 9.99f, 0.6f}, RectF{2.6f, 2.4f, 1.2f, 1.2f}}) {
+    for (const RectF& frame :
+         {RectF{0.4f, 0.4f, 10.2f, 10.2f}, RectF{0.5f, 0.5f, 10, 10}, RectF{3.3f, 3.7f, 5.5f, 5.1f},
+          RectF{10.5f, 10.49f, 9.99f, 0.6f}, RectF{2.6f, 2.4f, 1.2f, 1.2f}}) {
         child->UI_SetLocalRectF(frame);
         Settle();
         EXPECT_EQ(WidgetOf(*child)->geometry(), FindFilled(Grab(), 0xFFFF0000)) << frame.left;

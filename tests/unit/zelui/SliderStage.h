@@ -1,5 +1,7 @@
 #pragma once
 
+#include <algorithm>
+
 #include <gtest/gtest.h>
 #include <QSlider>
 #include <QStyle>

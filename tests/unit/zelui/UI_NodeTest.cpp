@@ -290,6 +290,15 @@ TEST(UI_NodeTest, TheEndOfADisabledParentIsTold) {
     EXPECT_EQ(1, grandchild->disabledChanges);
 }
 
+TEST(UI_NodeTest, WhoGoesWithADisabledParentIsToldNothing) {
+    TestNodePtr root = MakeNode({});
+    root->UI_SetDisabled(true);
+    int told = 0;
+    MakeNode({}, root)->onDisabledChanged = [&told] { ++told; };
+    root.reset();
+    EXPECT_EQ(0, told);
+}
+
 TEST(UI_NodeTest, AnExceptionAtTheEndOfAParentStaysThere) {
     TestNodePtr root = MakeNode({});
     root->UI_SetDisabled(true);

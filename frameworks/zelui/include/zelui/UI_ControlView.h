@@ -25,8 +25,8 @@ private:
 };
 
 /// A control: a real one of the platform's toolkit behind a node, with its keyboard, accessibility and input methods.
-/// What it shows is the node's; setting it from the program tells nobody. Text comes from plug-ins and files: none of it
-/// is read as markup, and what does not fit is shortened with "…", the whole of it in the tool tip.
+/// What it shows is the node's; setting it from the program tells nobody. Text comes from plug-ins and files: none of
+/// it is read as markup, and what does not fit is shortened with "…", the whole of it in the tool tip.
 ///
 /// A control without a text of its own is known to screen readers by its UI_SetAccessibleName, else by the text of the
 /// static text that stands nearest before it among its siblings.

@@ -29,8 +29,8 @@ class ZELUI_API UI_InteractiveControlView : public UI_ControlView {
 public:
     typedef boost::function<void(UI_InteractiveControlChangedMessage*)> InteractivelyChangedFunction;
 
-    /// Has `function` called for every step of every gesture. Held until another one or null takes its place; it may let
-    /// go of the control, or of all that is shown.
+    /// Has `function` called for every step of every gesture. Held until another one or null takes its place; it may
+    /// let go of the control, or of all that is shown.
     void NotifyWhenChangedInteractively(const boost::shared_ptr<InteractivelyChangedFunction>& function);
 
 protected:

@@ -96,8 +96,8 @@ public:
     virtual bool UI_DoKeyboardEvent(const KeyboardEvent& event);
 
     /// Calls UI_DoTimerNotify every `period` seconds (at least a millisecond) with `id`, until the timer is removed or
-    /// the node goes. The same id again starts anew. A period that is no number changes nothing; without a main loop there
-    /// are no timers.
+    /// the node goes. The same id again starts anew. A period that is no number changes nothing; without a main loop
+    /// there are no timers.
     void UI_InstallTimer(float period, long id);
     /// Removes the timer of that id; `andOfChildren` also theirs of the same id. Harmless when there is none.
     void UI_RemoveTimer(long id, bool andOfChildren);

@@ -17,13 +17,14 @@ enum PopupType {
 /// and an item may be blank.
 class ZELUI_API UI_Popup : public UI_ControlView {
 public:
-    /// `tellsSameChoice` also tells when the user chooses the item that was chosen already.
+    /// `tellsSameChoice` also tells when the user chooses the item that was chosen already; without it such a choice
+    /// changes nothing, a text of SetValueString included.
     UI_Popup(PopupType type, bool tellsSameChoice);
 
     /// Adds an item at the end and returns its index.
     int AddItem(const zelcore::ustring& text);
-    /// Removes the item at `index`; nothing when there is none. Items after it move up; the value stays the item that it
-    /// was, and becomes 0 when that is removed.
+    /// Removes the item at `index`; nothing when there is none. Items after it move up; the value stays the item that
+    /// it was, and becomes 0 when that is removed.
     void RemoveItem(int index);
     void RemoveAllItems();
     int GetItemCount() const { return static_cast<int>(mItems.size()); }

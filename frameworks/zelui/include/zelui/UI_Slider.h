@@ -49,7 +49,10 @@ extern template class ZELUI_API UI_SliderT<double>;
 /// thousandth, Page Up and Page Down by a tenth, Home and End to its ends; from the press to the release of a key, its
 /// repetitions included, is one gesture. Escape during a gesture takes the value back (one change) and cancels it. The
 /// wheel moves the slider only while it has the keyboard focus, each notch a gesture of its own, so that a list of
-/// sliders can be scrolled. Losing the focus, being hidden or disabled ends a gesture.
+/// sliders can be scrolled. Losing the focus, being hidden, disabled or taken out of the window
+/// ends a gesture; as that happens inside of other things, often while what the slider is part of is being destroyed,
+/// it is told from the main loop, or when the next gesture begins, and not at all when nobody holds the slider any
+/// more.
 class ZELUI_API UI_Slider : public UI_SliderT<double> {
 public:
     /// `reversed` has the lower end at the right, or at the top.

@@ -81,8 +81,7 @@ Descriptors ReadFile(const std::filesystem::path& path) {
     const auto technology = FoldCase(full.extension().string()) == ".vst3" ? zelaudiofilterhost::kTechnologyVST3
                                                                            : zelaudiofilterhost::kTechnologyVST;
     try {
-        return AudioFilterDescriptor::ReadModule(
-            PluginLocator(technology, zelcore::utility::UTF8to16(full.string())));
+        return AudioFilterDescriptor::ReadModule(PluginLocator(technology, zelcore::utility::UTF8to16(full.string())));
     } catch (const zelaudiofilterhost::PluginLoadError& error) {
         throw std::runtime_error("'" + path.string() + "' " + error.what());
     }
@@ -98,10 +97,11 @@ PluginFinder::DescriptorPtr PluginFinder::Find(const std::string& plugin, const 
                                  "' in the catalogue; give its path, or scan first");
     }
     if (!component.empty() && !KeepMeant(found, component))
-        throw std::runtime_error("'" + plugin + "' has no component called '" + component + "', but" + ListNames(found));
+        throw std::runtime_error("'" + plugin + "' has no component called '" + component + "', but" +
+                                 ListNames(found));
     if (found.size() == 1) return found.front();
-    throw std::runtime_error("'" + plugin + "' may be one of several; say which with --component or its ID:" +
-                             ListNames(found));
+    throw std::runtime_error("'" + plugin +
+                             "' may be one of several; say which with --component or its ID:" + ListNames(found));
 }
 
 }  // namespace tessaly

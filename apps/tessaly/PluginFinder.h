@@ -14,8 +14,8 @@ public:
 
     /// `plugin` is the path of a file or bundle, which is loaded and asked, or the component ID or the name of a
     /// component of the catalogue; of a name a part is enough where only one has it, and capitals do not matter.
-    /// `component` (may be empty) chooses one of several by name or ID. Throws std::runtime_error with what is wrong and
-    /// what there is to choose from.
+    /// `component` (may be empty) chooses one of several by name or ID. Throws std::runtime_error with what is wrong
+    /// and what there is to choose from.
     static DescriptorPtr Find(const std::string& plugin, const std::string& component);
 };
 

@@ -9,8 +9,8 @@ namespace zelaudiofilterhostui {
 /// it does nothing. Main thread.
 ZELAUDIOFILTERHOSTUI_API bool Initialize();
 
-/// Undoes Initialize, before the library is unloaded; harmless without one. A later Initialize sets everything up afresh.
-/// Main thread.
+/// Undoes Initialize, before the library is unloaded; harmless without one. A later Initialize sets everything up
+/// afresh. Main thread.
 ZELAUDIOFILTERHOSTUI_API void Terminate();
 
 }  // namespace zelaudiofilterhostui

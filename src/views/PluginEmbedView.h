@@ -52,8 +52,8 @@ public:
     PluginEmbedView(const FilterPtr& filter, const EditorPtr& editor)
         : mFilter(filter), mEditor(editor), mTimerID(0), mTimerInstalled(false), mInstalledFunctions(true) {
         if (mFilter) AddPlatformWindow();
-        const auto themeChanged = boost::make_shared<zelui::ui::ThemeChangedFunction>(
-            boost::bind(&PluginEmbedView::PassThemeOn, this));
+        const auto themeChanged =
+            boost::make_shared<zelui::ui::ThemeChangedFunction>(boost::bind(&PluginEmbedView::PassThemeOn, this));
         mInstalledFunctions.Add(themeChanged);
         zelui::ui::InstallThemeChangedFunction(themeChanged);
     }
@@ -61,6 +61,7 @@ public:
     /// Opens the editor. The view stands in a window by now.
     void AttachEditor() {
         if (!mFilter || !mEditor) return;
+        mEditor->SetContentScale(UI_GetPixelScale());
         mEditor->OpenView(GetOSView()->GetPlatformWindow(false));
         PassThemeOn();
         SyncSizeFromEditor();

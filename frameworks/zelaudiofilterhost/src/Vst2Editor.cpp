@@ -63,7 +63,7 @@ Rect Vst2Editor::GetViewRect() {
     } else {
         UpdateSize();
     }
-    return mWanted;
+    return ToDisplayUnits(mWanted);
 }
 
 bool Vst2Editor::OpenView(HWND parent) {

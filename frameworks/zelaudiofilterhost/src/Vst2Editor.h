@@ -35,7 +35,6 @@ public:
     bool DispatchKeyboardFocus(bool forward) override;
     bool DispatchCurrentFocus() override;
     /// The format has no way to say it; its effects find the scale themselves or have none.
-    void SetContentScale(float) override {}
     bool DoKey(int osCode, int modifiers, unsigned short character, bool down) override;
 
 protected:

@@ -1,7 +1,7 @@
 #include "ControlText.h"
 
+#include <cmath>
 #include <QFontMetricsF>
-#include <QtMath>
 #include <zelui/QtBridge.h>
 #include <zelui/Theme.h>
 
@@ -25,7 +25,7 @@ QString ToButtonText(const QString& controlText) {
 QFont GetControlFont(float size) { return MakeFont(ui::GetFontName(0), 0, size); }
 
 int GetNeededWidth(const QFont& font, const QString& text) {
-    return qCeil(QFontMetricsF(font).horizontalAdvance(text));
+    return static_cast<int>(std::ceil(QFontMetricsF(font).horizontalAdvance(text)));
 }
 
 }  // namespace zelui

@@ -132,6 +132,8 @@ void NodeHost::LetGoOfRoot() {
 
 NodeHost* NodeHost::Of(const UI_Node& node) { return node.mHost; }
 
+float NodeHost::GetPixelScale() const { return static_cast<float>(mSurface.devicePixelRatioF()); }
+
 QSize NodeHost::GetSize() const { return mRoot ? UI_Node::Peer::GetPixelFrame(*mRoot).size() : QSize(0, 0); }
 
 // What is in view

@@ -32,6 +32,7 @@ public:
     /// Null when it has gone somewhere else.
     const NodePtr& GetRoot() const { return mRoot; }
     QSize GetSize() const;
+    float GetPixelScale() const;
 
     /// Makes and lets go of widgets according to what is in view now.
     void Update();

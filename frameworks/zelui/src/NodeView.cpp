@@ -38,6 +38,18 @@ void NodeView::paintEvent(QPaintEvent*) {
     --sDrawing;
 }
 
+// Qt moves the focus with the Tab key before anybody can have it as a key; a view that has a use for it comes first.
+bool NodeView::event(QEvent* event) {
+    if (event->type() == QEvent::KeyPress) {
+        QKeyEvent& key = static_cast<QKeyEvent&>(*event);
+        if (key.key() == Qt::Key_Tab || key.key() == Qt::Key_Backtab) {
+            OnKey(key);
+            if (key.isAccepted()) return true;
+        }
+    }
+    return QWidget::event(event);
+}
+
 void NodeView::keyPressEvent(QKeyEvent* event) { OnKey(*event); }
 
 void NodeView::keyReleaseEvent(QKeyEvent* event) { OnKey(*event); }

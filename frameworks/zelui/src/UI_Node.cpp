@@ -202,6 +202,8 @@ const drawbot::SupplierInterface* UI_Node::UI_GetDrawSupplier() const {
     return mHost != nullptr ? drawbot::SupplierInterface::GetDefault() : nullptr;
 }
 
+float UI_Node::UI_GetPixelScale() const { return mHost != nullptr ? mHost->GetPixelScale() : 1.0f; }
+
 void UI_Node::UI_Draw(drawbot::Drawbot&) {}
 
 // Keyboard

@@ -1,5 +1,5 @@
-#include <set>
 #include <memory>
+#include <set>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -165,8 +165,7 @@ TEST_F(GenericAudioFilterEditorViewTest, TheWidgetsStandExactlyOnTheFrames) {
         EXPECT_EQ(rowWidget->geometry(), QRect(0, int(row) * 22, 380, 22));
         const QRect frames[] = {{4, 0, 130, 22}, {138, 0, 120, 22}, {262, 0, 60, 22}, {326, 0, 50, 22}};
         for (std::size_t column = 0; column < 4; ++column) {
-            const QWidget* const widget =
-                zelui::qt::GetWidget(*GetRow(mView, row).UI_AsContainer()->ChildAt(column));
+            const QWidget* const widget = zelui::qt::GetWidget(*GetRow(mView, row).UI_AsContainer()->ChildAt(column));
             ASSERT_NE(widget, nullptr);
             EXPECT_EQ(widget->geometry(), frames[column]) << row << ", " << column;
             EXPECT_TRUE(widget->isVisible());

@@ -241,8 +241,8 @@ TEST_F(AudioFilterEditorViewTest, FocusIsPassedToTheEditorInItsDirection) {
     mEditor->takesFocus = false;
     EXPECT_FALSE(mView->DispatchKeyboardFocus(true));
     EXPECT_FALSE(mView->DispatchCurrentFocus());
-    EXPECT_THAT(mCalls, ElementsAre("focus forward", "focus backward", "current focus", "focus forward",
-                                    "current focus"));
+    EXPECT_THAT(mCalls,
+                ElementsAre("focus forward", "focus backward", "current focus", "focus forward", "current focus"));
 }
 
 TEST_F(AudioFilterEditorViewTest, TheEditorsAdvanceIsPassedOnUnchanged) {

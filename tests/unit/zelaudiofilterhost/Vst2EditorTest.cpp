@@ -1,4 +1,5 @@
 #include <cmath>
+#include <limits>
 #include <optional>
 #include <thread>
 
@@ -190,11 +191,24 @@ TEST_F(Vst2EditorTest, OnlyAnOpenEditorGetsTurnsKeysAndFocus) {
 TEST_F(Vst2EditorTest, WhatTheFormatCannotSayIsHarmless) {
     Load("zel_editor");
     for (int i = 0; i < 2; ++i) {
-        mEditor->SetContentScale(2.0f);
         mEditor->SetThemeBrightness(0.25f, true);
         mEditor->OpenView(NoWindow());
     }
     EXPECT_EQ(mEditor->GetViewRect(), (Rect{0, 0, 300, 200}));
+}
+
+TEST_F(Vst2EditorTest, SizesAreInUnitsOfTheHostWhateverItsScale) {
+    Load("zel_editor");
+    mEditor->SetContentScale(2.0f);
+    mEditor->OpenView(NoWindow());
+    EXPECT_EQ(mEditor->GetViewRect(), (Rect{0, 0, 150, 100}));
+    mEditor->SetContentScale(1.25f);
+    EXPECT_EQ(mEditor->GetViewRect(), (Rect{0, 0, 240, 160}));
+    mEditor->SetContentScale(1.4f);
+    EXPECT_EQ(mEditor->GetViewRect(), (Rect{0, 0, 215, 143})) << "rounded up: nothing is cut off";
+    for (const float nonsense : {0.0f, -1.0f, 1000.0f, std::numeric_limits<float>::quiet_NaN()})
+        mEditor->SetContentScale(nonsense);
+    EXPECT_EQ(mEditor->GetViewRect(), (Rect{0, 0, 215, 143}));
 }
 
 TEST_F(Vst2EditorTest, TheRectangleMakesSenseWhateverThePluginSays) {

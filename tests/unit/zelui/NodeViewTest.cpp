@@ -306,6 +306,23 @@ TEST_F(NodeViewTest, AKeyGoesFromTheNodeThatHasTheFocusToThoseRoundIt) {
     EXPECT_EQ(1u, mRoot->keys.size());
 }
 
+TEST_F(NodeViewTest, TheTabKeyIsTheNodesFirstAndMovesTheFocusWhenItHasNoUseForIt) {
+    const TestNodePtr first = MakeNode({0, 0, 20, 20}, mRoot);
+    const TestNodePtr second = MakeNode({20, 0, 20, 20}, mRoot);
+    first->wantsFocus = second->wantsFocus = true;
+    bool used = true;
+    first->onKey = [&used](const KeyboardEvent&) { return used; };
+    Show();
+    ASSERT_TRUE(first->UI_GainKeyboardFocus(kFocusByProgram));
+    QTest::keyPress(WidgetOf(*first), Qt::Key_Tab);
+    EXPECT_TRUE(first->UI_HasKeyboardFocus(false));
+    ASSERT_EQ(1u, first->keys.size());
+    EXPECT_EQ(9, first->keys.front().GetOSCode());
+    used = false;
+    QTest::keyPress(WidgetOf(*first), Qt::Key_Tab);
+    EXPECT_TRUE(second->UI_HasKeyboardFocus(false));
+}
+
 TEST_F(NodeViewTest, AKeyThatNoNodeWantsReachesTheHost) {
     QWidget window;
     QVBoxLayout layout(&window);

@@ -17,8 +17,8 @@ public:
     KeyboardEvent(Kind kind, int osCode, int modifiers, const zelcore::ustring& text, bool isRepeat);
 
     Kind GetKind() const { return mKind; }
-    /// The key's code, in the numbering of the Windows virtual keys on every platform (Tab is 9, Return 13); 0 for a key
-    /// that has none.
+    /// The key's code, in the numbering of the Windows virtual keys on every platform (Tab is 9, Return 13); 0 for a
+    /// key that has none.
     int GetOSCode() const { return mOSCode; }
     int GetModifiers() const { return mModifiers; }
     /// The characters that the key gives; may be empty.

@@ -33,8 +33,8 @@ ZELUI_API ui::UI_Node* GetNode(const QWidget* widget);
 /// stands in a scroll area the widgets of what is out of view do not exist. The root's own left and top do not matter.
 ///
 /// The Tab key goes through the nodes in their order, then on to the host's next widget. Keys that no node used reach
-/// the host's widgets round it as Qt events, as do clicks. A root is in one widget at a time; another one takes it over.
-/// Main thread.
+/// the host's widgets round it as Qt events, as do clicks. A root is in one widget at a time; another one takes it
+/// over. Main thread.
 class ZELUI_API NodeWidget : public QWidget {
 public:
     explicit NodeWidget(const boost::intrusive_ptr<ui::UI_Node>& root, QWidget* parent = nullptr);

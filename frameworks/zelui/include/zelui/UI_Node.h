@@ -106,6 +106,8 @@ public:
 
     /// What the node is drawn with: that of the window that it is in; null when it is in none.
     virtual const drawbot::SupplierInterface* UI_GetDrawSupplier() const;
+    /// How many pixels of the screen a display unit has where the node stands (1, 1.25, 2); 1 while it is in no window.
+    float UI_GetPixelScale() const;
     /// Draws the node, in the coordinates of its frame, beneath its children, which are drawn after it. Draws nothing
     /// unless overridden.
     virtual void UI_Draw(drawbot::Drawbot& drawbot);

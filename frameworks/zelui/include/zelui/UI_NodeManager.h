@@ -10,8 +10,8 @@ namespace ui {
 /// What concerns all nodes of the process. Main thread.
 class ZELUI_API UI_NodeManager {
 public:
-    /// The one manager. `createWindows` true also makes the hidden platform resources that windows need; false is enough
-    /// for everything that only concerns nodes.
+    /// The one manager. `createWindows` true also makes the hidden platform resources that windows need; false is
+    /// enough for everything that only concerns nodes.
     static UI_NodeManager& Get(bool createWindows);
 
     /// An id for UI_Node::UI_InstallTimer that nobody else has been given; never 0.

@@ -5,6 +5,7 @@
 #include <QPixmap>
 #include <stdexcept>
 
+#include <zelaudiofilterhost/AudioFilterDescriptorManager.h>
 #include <zelaudiofilterhost/PluginDescription.h>
 #include <zelui/Application.h>
 #include <zelui/Theme.h>
@@ -16,12 +17,15 @@
 namespace tessaly {
 
 using zelaudiofilterhost::AudioFilter;
+using zelaudiofilterhost::AudioFilterDescriptorManager;
 using zelui::ui::Theme;
 
 namespace {
 
 boost::intrusive_ptr<AudioFilter> LoadFilter(const CommandLine& line) {
     const PluginFinder::DescriptorPtr descriptor = PluginFinder::Find(line.plugin, line.component);
+    // One that was given by its path need not be in the catalogue, and has the same right to a view.
+    AudioFilterDescriptorManager::GetInstance().AddDescriptor(descriptor);
     try {
         return descriptor->CreateFilter();
     } catch (const zelaudiofilterhost::PluginLoadError& error) {
@@ -60,9 +64,7 @@ void EditCommand::ChooseTheme() const {
 }
 
 int EditCommand::WriteScreenshot(EditorWindow& window) const {
-    // What the window still has to lay out comes with the first events.
-    QApplication::processEvents();
-    if (window.grab().save(QString::fromStdString(mLine.screenshot), "PNG")) return kExitDone;
+    if (window.TakePicture().save(QString::fromStdString(mLine.screenshot), "PNG")) return kExitDone;
     std::cerr << "tessaly: the picture could not be written to '" << mLine.screenshot << "'\n";
     return kExitFailed;
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QLabel>
 #include <QScreen>
 #include <QScrollArea>
@@ -27,7 +28,19 @@ namespace {
 // Parameters come in any number; more of them than this at once is no help.
 constexpr int kTallest = 640;
 constexpr int kNoteMargin = 12;
+// For a plug-in's first picture, in milliseconds.
+constexpr int kLongestWait = 10000;
+constexpr int kLookEvery = 50;
 constexpr int kRowHeight = static_cast<int>(GenericAudioFilterEditorView::kRowHeight);
+
+bool IsOneColour(const QImage& picture) {
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            if (picture.pixel(x, y) != picture.pixel(0, 0)) return false;
+        }
+    }
+    return true;
+}
 
 }  // namespace
 
@@ -51,6 +64,20 @@ void EditorWindow::Open(bool generic) {
     const char* const failed =
         "$$$/tessaly/EditorFailed=The plug-in's own editor did not open. These are its parameters.";
     OpenGenericEditor(own ? zelui::qt::ToQString(Localize(failed)) : QString());
+}
+
+QPixmap EditorWindow::TakePicture() {
+    QApplication::processEvents();
+    if (!mView) return grab();
+    // What a plug-in has drawn is on the screen alone.
+    QElapsedTimer time;
+    time.start();
+    QPixmap picture = screen()->grabWindow(winId());
+    while (IsOneColour(picture.toImage()) && time.elapsed() < kLongestWait) {
+        QApplication::processEvents(QEventLoop::WaitForMoreEvents, kLookEvery);
+        picture = screen()->grabWindow(winId());
+    }
+    return picture;
 }
 
 // The plug-in's own editor

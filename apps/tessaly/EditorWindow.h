@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPixmap>
 #include <QWidget>
 
 #include <boost/intrusive_ptr.hpp>
@@ -23,6 +24,9 @@ public:
     /// Shows the window with the plug-in's own editor in it, or with the parameters: when `generic` says so, when the
     /// plug-in has no editor, and when its editor does not open.
     void Open(bool generic);
+
+    /// What the window shows, once it shows something: plug-ins draw when they like, some only after seconds.
+    QPixmap TakePicture();
 
 private:
     bool OpenOwnEditor();

@@ -4,6 +4,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QPointer>
 
 #include "CallOut.h"
 #include "KeyboardMapping.h"
@@ -42,12 +43,19 @@ void NodeView::paintEvent(QPaintEvent*) {
 bool NodeView::event(QEvent* event) {
     if (event->type() == QEvent::KeyPress) {
         QKeyEvent& key = static_cast<QKeyEvent&>(*event);
-        if (key.key() == Qt::Key_Tab || key.key() == Qt::Key_Backtab) {
-            OnKey(key);
-            if (key.isAccepted()) return true;
-        }
+        const bool tab = key.key() == Qt::Key_Tab || key.key() == Qt::Key_Backtab;
+        if (tab && (key.modifiers() & (Qt::ControlModifier | Qt::AltModifier)) == 0) return OnTab(key);
     }
     return QWidget::event(event);
+}
+
+bool NodeView::OnTab(QKeyEvent& key) {
+    const QPointer<NodeView> self(this);
+    OnKey(key);
+    const bool forward = key.key() == Qt::Key_Tab && (key.modifiers() & Qt::ShiftModifier) == 0;
+    // What moves the focus is used up: the widgets round this one would move it once more.
+    if (!key.isAccepted() && self && focusNextPrevChild(forward)) key.accept();
+    return true;
 }
 
 void NodeView::keyPressEvent(QKeyEvent* event) { OnKey(*event); }

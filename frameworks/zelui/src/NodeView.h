@@ -21,6 +21,7 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
 
 private:
+    bool OnTab(QKeyEvent& key);
     void OnKey(QKeyEvent& event);
     bool IsOnViewInside(const QPoint& point) const;
 };

@@ -14,7 +14,7 @@ void AudioFilterEditor::SetContentScale(float scale) {
 
 zelcore::geom::Rect AudioFilterEditor::ToDisplayUnits(const zelcore::geom::Rect& pixels) const {
     const auto toUnits = [this](long number) {
-        return std::lround(std::ceil(static_cast<float>(number) / mContentScale));
+        return std::lround(std::ceil(static_cast<double>(number) / static_cast<double>(mContentScale)));
     };
     return {toUnits(pixels.left), toUnits(pixels.top), toUnits(pixels.width), toUnits(pixels.height)};
 }

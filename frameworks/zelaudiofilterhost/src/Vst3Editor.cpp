@@ -96,7 +96,7 @@ Rect Vst3Editor::GetViewRect() {
     } else if (IsShown()) {
         UpdateSize();
     }
-    return mWanted;
+    return ToDisplayUnits(mWanted);
 }
 
 bool Vst3Editor::OpenView(HWND parent) {
@@ -144,6 +144,7 @@ void Vst3Editor::SetContentScale(float scale) {
     if (bounded == mScale) return;
     const boost::intrusive_ptr<Vst3Editor> alive(this);
     mScale = bounded;
+    AudioFilterEditor::SetContentScale(bounded);
     if (mState == kClosed || IsShown()) ApplyScale();
     if (mState != kOpen) return;
     UpdateSize();

@@ -484,6 +484,14 @@ TEST_F(Vst3EditorTest, TheScaleIsToldToEachViewBeforeItIsOpenedAndWhenItChanges)
     EXPECT_EQ(Calls(), "frame scale.100 attached");
 }
 
+TEST_F(Vst3EditorTest, SizesAreInUnitsOfTheHostWhateverItsScale) {
+    LoadOpen("ZelEditor3");
+    mEditor->SetContentScale(2.0f);
+    EXPECT_EQ(mEditor->GetViewRect(), (Rect{0, 0, 150, 100}));
+    mEditor->SetContentScale(1.25f);
+    EXPECT_EQ(mEditor->GetViewRect(), (Rect{0, 0, 240, 160}));
+}
+
 TEST_F(Vst3EditorTest, AScaleThatMakesNoSenseIsNotTold) {
     LoadOpen("ZelEditor3");
     for (const float scale : {0.0f, -1.0f, std::numeric_limits<float>::quiet_NaN()}) mEditor->SetContentScale(scale);
@@ -656,7 +664,7 @@ TEST_F(Vst3EditorThrowsTest, ExceptionsElsewhereHaveNoEffect) {
         EXPECT_TRUE(mEditor->OpenView(NoWindow())) << where;
         mEditor->Idle();
         Set("Size", 1.0f);
-        EXPECT_EQ(mEditor->GetViewRect().width, 240) << where;
+        EXPECT_EQ(mEditor->GetViewRect().width, 120) << where;
         EXPECT_TRUE(mEditor->DispatchKeyboardFocus(true)) << where;
         EXPECT_EQ(Press('A', 0, 'a'), where != kKey);
         Calls();

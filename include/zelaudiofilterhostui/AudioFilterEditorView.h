@@ -9,6 +9,8 @@ namespace zelaudiofilterhostui {
 
 /// The editor view of a plug-in: once opened it holds the plug-in's own editor in a platform child window or, for a
 /// plug-in without one, a generic editor, as its only child, and is as large as that. Its size follows the plug-in's.
+/// One view of a filter is open at a time: a second one takes the plug-in's editor away from the first. An editor that
+/// does not open leaves a view without size; the host decides what to show in its place.
 class ZELAUDIOFILTERHOSTUI_API AudioFilterEditorView : public AudioFilterEditorViewBase {
 public:
     explicit AudioFilterEditorView(const boost::intrusive_ptr<zelaudiofilterhost::AudioFilter>& filter);
@@ -41,6 +43,7 @@ private:
     void OpenPluginEditor();
     void OpenGenericEditor();
     void EmbedEditor(const boost::intrusive_ptr<zelaudiofilterhost::AudioFilterEditor>& editor);
+    void RemoveContent();
     void SyncEditorViewBounds();
     void OnEditorViewSizeChanged();
     void OnAdvanceFocus(bool forward);

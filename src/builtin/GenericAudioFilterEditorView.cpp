@@ -91,6 +91,8 @@ void GenericEditorRow::AddSlider() {
 }
 
 void GenericEditorRow::OnSliderChanged(UI_InteractiveControlChangedMessage* message) {
+    // The filter's code runs below, and what a plug-in shows there may end the view.
+    const boost::intrusive_ptr<GenericEditorRow> self(this);
     switch (message->GetChangeMessage()) {
         case UI_InteractiveControlChangedMessage::kStart:
             mInGesture = true;

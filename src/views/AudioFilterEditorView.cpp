@@ -38,7 +38,10 @@ AudioFilterEditorView::~AudioFilterEditorView() = default;
 
 // Opening and closing
 
+// Code of plug-ins and hosts runs in all of these, and may let go of the view.
+
 void AudioFilterEditorView::OpenEditor() {
+    const boost::intrusive_ptr<AudioFilterEditorView> self(this);
     if (GetAudioFilter()->HasEditor())
         OpenPluginEditor();
     else
@@ -56,8 +59,7 @@ void AudioFilterEditorView::OpenPluginEditor() {
 
 void AudioFilterEditorView::EmbedEditor(const boost::intrusive_ptr<AudioFilterEditor>& editor) {
     // Opened again without having been closed: the editor is open in one place only.
-    if (mContentView) ChildRemove(mContentView);
-    mContentView.reset();
+    RemoveContent();
     const boost::intrusive_ptr<PluginEmbedView> embedView(new PluginEmbedView(GetAudioFilter(), editor));
     ChildPushBack(embedView);
     try {
@@ -70,6 +72,7 @@ void AudioFilterEditorView::EmbedEditor(const boost::intrusive_ptr<AudioFilterEd
     mEditor = editor;
     mAdvanceFocusConnection = editor->GetAdvanceFocusSignal().connect(
         boost::bind(&AudioFilterEditorView::OnAdvanceFocus, this, boost::placeholders::_1));
+    mCanScroll = false;
     mDispatchesFocus = true;
 }
 
@@ -82,10 +85,18 @@ void AudioFilterEditorView::OpenGenericEditor() {
 }
 
 void AudioFilterEditorView::CloseEditor() {
+    const boost::intrusive_ptr<AudioFilterEditorView> self(this);
     mContentSizeConnection.disconnect();
-    if (!GetAudioFilter()->HasEditor()) return;
-    if (mContentView && mContentView->UI_GetParentNode() == this) ChildRemove(mContentView);
+    if (GetAudioFilter()->HasEditor()) RemoveContent();
+}
+
+void AudioFilterEditorView::RemoveContent() {
+    const boost::intrusive_ptr<zelui::ui::UI_SubView> content = mContentView;
     mContentView.reset();
+    if (!content) return;
+    // Somebody else may hold the view for a while yet; the window that the editor is in goes now.
+    if (PluginEmbedView* const embedView = dynamic_cast<PluginEmbedView*>(content.get())) embedView->DetachEditor();
+    if (content->UI_GetParentNode() == this) ChildRemove(content);
 }
 
 // Size
@@ -104,6 +115,7 @@ void AudioFilterEditorView::SyncEditorViewBounds() {
 void AudioFilterEditorView::OnEditorViewSizeChanged() {
     // An editor that draws into no platform window has no place here whose size could change.
     if (mInSizeChange || !mContentView) return;
+    const boost::intrusive_ptr<AudioFilterEditorView> self(this);
     const Guard guard(mInSizeChange);
     if (PluginEmbedView* const embedView = dynamic_cast<PluginEmbedView*>(mContentView.get()))
         embedView->SyncSizeFromEditor();
@@ -143,11 +155,15 @@ bool AudioFilterEditorView::UI_GainKeyboardFocus(zelui::ui::FocusChangeReason re
 }
 
 bool AudioFilterEditorView::UI_DoKeyboardEvent(const zelui::ui::KeyboardEvent& event) {
+    // One character or none: half of one would be another one.
     const zelcore::ustring& text = event.GetText();
-    return mEditor && mEditor->DoKey(event.GetOSCode(), event.GetModifiers(), text.empty() ? 0 : text.front(),
+    return mEditor && mEditor->DoKey(event.GetOSCode(), event.GetModifiers(), text.size() == 1 ? text.front() : 0,
                                      event.GetKind() == zelui::ui::KeyboardEvent::kKeyDown);
 }
 
-void AudioFilterEditorView::OnAdvanceFocus(bool forward) { GetAdvanceFocusSignal()(forward); }
+void AudioFilterEditorView::OnAdvanceFocus(bool forward) {
+    const boost::intrusive_ptr<AudioFilterEditorView> self(this);
+    GetAdvanceFocusSignal()(forward);
+}
 
 }  // namespace zelaudiofilterhostui

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <vector>
 
 #include <boost/bind/bind.hpp>
@@ -62,12 +63,28 @@ public:
     void AttachEditor() {
         if (!mFilter || !mEditor) return;
         mEditor->SetContentScale(UI_GetPixelScale());
-        mEditor->OpenView(GetOSView()->GetPlatformWindow(false));
-        PassThemeOn();
-        SyncSizeFromEditor();
-        mTimerID = static_cast<std::int32_t>(zelui::ui::UI_NodeManager::Get(false).GetUniqueTimerID());
-        UI_InstallTimer(kIdlePeriod, mTimerID);
+        // Of an editor that did not open there is nothing to see, and nobody to be given a turn.
+        if (!mEditor->OpenView(GetOSView()->GetPlatformWindow(false))) return;
+        try {
+            PassThemeOn();
+            SyncSizeFromEditor();
+            mTimerID = static_cast<std::int32_t>(zelui::ui::UI_NodeManager::Get(false).GetUniqueTimerID());
+            UI_InstallTimer(kIdlePeriod, mTimerID);
+        } catch (...) {
+            mEditor->CloseView();
+            throw;
+        }
         mTimerInstalled = true;
+    }
+
+    /// Closes the editor, if it was opened here; harmless again.
+    void DetachEditor() {
+        if (mTimerID != 0) UI_RemoveTimer(mTimerID, false);
+        mTimerID = 0;
+        if (mFilter && mTimerInstalled && mEditor) {
+            mTimerInstalled = false;
+            mEditor->CloseView();
+        }
     }
 
     /// Takes the size that the editor has now.
@@ -92,10 +109,7 @@ public:
     }
 
 protected:
-    ~PluginEmbedView() override {
-        if (mTimerID != 0) UI_RemoveTimer(mTimerID, false);
-        if (mFilter && mTimerInstalled && mEditor) mEditor->CloseView();
-    }
+    ~PluginEmbedView() override { DetachEditor(); }
 
     void UI_DisabledStateChanged() override {
         UI_OSSubViewAdapter::UI_DisabledStateChanged();
@@ -105,6 +119,8 @@ protected:
     void UI_NodeChanged(int change) override {
         UI_OSSubViewAdapter::UI_NodeChanged(change);
         SyncPlatformViewSize(*this, change);
+        // A host that takes the view away without closing it first: the editor's window is about to go.
+        if (change == zelui::ui::kNodePlaceChanged && !UI_IsInWindow()) DetachEditor();
     }
 
 private:

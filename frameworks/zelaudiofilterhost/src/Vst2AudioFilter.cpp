@@ -121,7 +121,10 @@ ustring Vst2AudioFilter::GetParameterValueString(int index) const {
     return GetParameterText(vst2::kGetParameterDisplay, index);
 }
 
-bool Vst2AudioFilter::HasEditor() const { return (mInstance->GetEffect().flags & vst2::kHasEditor) != 0; }
+// An effect may change its mind while its editor is open; who opened it must still find that there is one to close.
+bool Vst2AudioFilter::HasEditor() const {
+    return mEditor != nullptr || (mInstance->GetEffect().flags & vst2::kHasEditor) != 0;
+}
 
 boost::intrusive_ptr<AudioFilterEditor> Vst2AudioFilter::GetEditor() {
     if (mEditor == nullptr && HasEditor()) mEditor = new Vst2Editor(*this);

@@ -34,7 +34,6 @@ public:
     void SetThemeBrightness(float, bool) override {}
     bool DispatchKeyboardFocus(bool forward) override;
     bool DispatchCurrentFocus() override;
-    /// The format has no way to say it; its effects find the scale themselves or have none.
     bool DoKey(int osCode, int modifiers, unsigned short character, bool down) override;
 
 protected:

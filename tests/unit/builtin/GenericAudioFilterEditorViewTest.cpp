@@ -335,6 +335,26 @@ TEST_F(GenericAudioFilterEditorViewTest, ASliderThatOutlivesItsViewCallsNobody) 
     EXPECT_THAT(filter->GetCalls(), IsEmpty());
 }
 
+TEST_F(GenericAudioFilterEditorViewTest, AFilterMayEndTheViewWhileItsParameterIsSet) {
+    struct Filter : AudioFilterDouble {
+        Filter() : AudioFilterDouble({{"Gain", "dB", 0.5f}}) {}
+        void SetParameterValue(int index, float value) override {
+            AudioFilterDouble::SetParameterValue(index, value);
+            if (onSet) onSet();
+        }
+        std::function<void()> onSet;
+    };
+    const boost::intrusive_ptr<Filter> filter(new Filter);
+    Show(filter);
+    filter->onSet = [this] {
+        mView.reset();
+        mShown.reset();
+    };
+    QTest::keyPress(&GetSlider(0), Qt::Key_Right);
+    EXPECT_THAT(filter->GetCalls(), ElementsAre(Set(0, 0.51f)));
+    EXPECT_EQ(mShown, nullptr);
+}
+
 TEST_F(GenericAudioFilterEditorViewTest, AnyTextIsShownAsItIs) {
     const std::string longName(300, 'W');
     const FilterPtr filter(new AudioFilterDouble({{"", "", 0.0f},

@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <zelaudiofilterhostui/GenericAudioFilterEditorView.h>
+#include <zelui/QtBridge.h>
 #include <zelui/UI_OSSubViewAdapter.h>
 
 #include "EditorDouble.h"
@@ -254,13 +255,67 @@ TEST_F(AudioFilterEditorViewTest, TheEditorsAdvanceIsPassedOnUnchanged) {
 
 TEST_F(AudioFilterEditorViewTest, AKeyGoesToTheEditorAndComesBackWhenItIsNotUsed) {
     using zelui::ui::KeyboardEvent;
-    const KeyboardEvent down(KeyboardEvent::kKeyDown, 65, 0, zelcore::utility::AsciiToUTF16("a"), false);
+    const KeyboardEvent down(KeyboardEvent::kKeyDown, 65, KeyboardEvent::kShift, zelcore::utility::AsciiToUTF16("A"),
+                             false);
     EXPECT_FALSE(mView->UI_DoKeyboardEvent(down));
     OpenAndForget();
     EXPECT_FALSE(mView->UI_DoKeyboardEvent(down));
     mEditor->usesKeys = true;
-    EXPECT_TRUE(mView->UI_DoKeyboardEvent(down));
-    EXPECT_THAT(mCalls, ElementsAre("down 65", "down 65"));
+    EXPECT_TRUE(mView->UI_DoKeyboardEvent(KeyboardEvent(KeyboardEvent::kKeyUp, 13, 0, {}, false)));
+    // Of a character of two code units half would be another character.
+    EXPECT_TRUE(mView->UI_DoKeyboardEvent(
+        KeyboardEvent(KeyboardEvent::kKeyDown, 0, 0, zelcore::utility::UTF8to16("\xF0\x9F\x8E\xB5"), false)));
+    EXPECT_THAT(mCalls, ElementsAre("down 65 1 65", "up 13 0 0", "down 0 0 0"));
+}
+
+TEST_F(AudioFilterEditorViewTest, FocusThatIsLeftOverFromAnotherNodeIsNotTaken) {
+    const boost::intrusive_ptr<AudioFilterEditorView> view = mView;
+    zelui::qt::NodeWidget window(view);
+    window.show();
+    mView->OpenEditor();
+    ASSERT_TRUE(mView->UI_WantsKeyboardFocus());
+    EXPECT_FALSE(mView->UI_GainKeyboardFocus(static_cast<zelui::ui::FocusChangeReason>(5)));
+    EXPECT_FALSE(mView->UI_HasKeyboardFocus(true));
+    for (const int reason : {0, 1, 2, 3, 4}) {
+        EXPECT_TRUE(mView->UI_GainKeyboardFocus(static_cast<zelui::ui::FocusChangeReason>(reason))) << reason;
+    }
+    EXPECT_TRUE(mView->UI_HasKeyboardFocus(false));
+    mView->CloseEditor();
+}
+
+// The view's end in the middle of something
+
+TEST_F(AudioFilterEditorViewTest, AListenerMayLetGoOfTheViewWhenItsSizeChanges) {
+    OpenAndForget();
+    mView->GetContentSizeChangedSignal().connect([this] { mView.reset(); });
+    mEditor->rect = {0, 0, 400, 250};
+    mEditor->GetContentSizeChangedSignal()();
+    EXPECT_EQ(mView, nullptr);
+    EXPECT_THAT(mCalls, ElementsAre("rect", "size changed", "close"));
+}
+
+TEST_F(AudioFilterEditorViewTest, AListenerMayLetGoOfTheViewWhenTheFocusAdvances) {
+    OpenAndForget();
+    mView->GetAdvanceFocusSignal().connect([this](bool) { mView.reset(); });
+    mEditor->GetAdvanceFocusSignal()(true);
+    EXPECT_THAT(mCalls, ElementsAre("advance forward", "close"));
+}
+
+TEST_F(AudioFilterEditorViewTest, ClosingClosesTheEditorAlsoWhileSomebodyElseHoldsItsPlace) {
+    OpenAndForget();
+    const boost::intrusive_ptr<zelui::ui::UI_Node> place = mView->ChildAt(0);
+    mView->CloseEditor();
+    EXPECT_THAT(mCalls, ElementsAre("close"));
+}
+
+TEST_F(AudioFilterEditorViewTest, AFilterThatGetsAnEditorOfItsOwnLaterScrollsNoMore) {
+    mFilter->hasEditor = false;
+    mView->OpenEditor();
+    ASSERT_TRUE(mView->CanScrollContent());
+    mFilter->hasEditor = true;
+    mView->OpenEditor();
+    EXPECT_FALSE(mView->CanScrollContent());
+    EXPECT_TRUE(ShowsEmbeddedEditor());
 }
 
 }  // namespace zeltests

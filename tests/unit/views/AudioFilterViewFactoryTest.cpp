@@ -133,7 +133,7 @@ TEST_F(AudioFilterViewFactoryTest, WithoutAFunctionOnlyPluginsHaveAView) {
     for (const int technology : {2, 3, 4}) {
         EXPECT_TRUE(IsNative(MakeView(MakeFilterOf(technology, MakeId())))) << technology;
     }
-    for (const int technology : {-1, 0, 1, 5, 6}) {
+    for (const int technology : {0, 1, 5, 6, 7}) {
         EXPECT_EQ(MakeView(MakeFilterOf(technology, MakeId())), nullptr) << technology;
     }
     EXPECT_EQ(MakeView(MakeFilter(MakeId())), nullptr);

@@ -22,6 +22,8 @@ public:
     bool takesFocus = true;
     bool usesKeys = false;
     bool throwsWhenOpened = false;
+    bool opens = true;
+    float scaleWhenOpened = 0.0f;
     HWND parent = nullptr;
     float brightness = -1.0f;
     std::function<void()> onRect = {};
@@ -34,8 +36,9 @@ public:
     bool OpenView(HWND window) override {
         mCalls.push_back("open");
         parent = window;
+        scaleWhenOpened = GetContentScale();
         if (throwsWhenOpened) throw std::runtime_error("the editor does not open");
-        return true;
+        return opens;
     }
     void CloseView() override { mCalls.push_back("close"); }
     void Idle() override { mCalls.push_back("idle"); }
@@ -52,9 +55,10 @@ public:
         mCalls.push_back("current focus");
         return takesFocus;
     }
-    void SetContentScale(float) override {}
-    bool DoKey(int osCode, int, unsigned short, bool down) override {
-        mCalls.push_back((down ? "down " : "up ") + std::to_string(osCode));
+    using AudioFilterEditor::GetContentScale;
+    bool DoKey(int osCode, int modifiers, unsigned short character, bool down) override {
+        mCalls.push_back((down ? "down " : "up ") + std::to_string(osCode) + " " + std::to_string(modifiers) + " " +
+                         std::to_string(character));
         return usesKeys;
     }
 

@@ -26,8 +26,8 @@ using zelui::ui::UI_Node;
 
 namespace {
 
-bool ProcessUntil(const std::function<bool()>& condition) {
-    return WaitFor(condition, std::chrono::seconds(20), [] { QApplication::processEvents(); });
+bool ProcessUntil(const std::function<bool()>& condition, std::chrono::milliseconds limit = std::chrono::seconds(20)) {
+    return WaitFor(condition, limit, [] { QApplication::processEvents(); });
 }
 
 /// Gives a test what only the toolkit may call.
@@ -118,10 +118,45 @@ TEST_F(PluginEmbedViewTest, AnAttachedEditorGetsItsTurnUntilTheViewGoes) {
     mCalls.clear();
     EXPECT_TRUE(ProcessUntil([this] { return mCalls.size() >= 3; }));
     EXPECT_THAT(mCalls, testing::Each("idle"));
-    CloseWindow();
     mCalls.clear();
+    view->DetachEditor();
+    EXPECT_THAT(mCalls, ElementsAre("close"));
+    CloseWindow();
     view.reset();
     EXPECT_THAT(mCalls, ElementsAre("close"));
+}
+
+TEST_F(PluginEmbedViewTest, AViewThatLosesItsWindowWhileItIsOpenClosesTheEditorBeforeTheWindowGoes) {
+    const boost::intrusive_ptr<EmbedView> view = ShowView(mFilter);
+    view->AttachEditor();
+    mCalls.clear();
+    CloseWindow();
+    EXPECT_THAT(mCalls, ElementsAre("close"));
+    EXPECT_FALSE(ProcessUntil([this] { return mCalls.size() > 1; }, std::chrono::milliseconds(100)));
+}
+
+TEST_F(PluginEmbedViewTest, AnEditorThatDoesNotOpenHasNoSizeAndGetsNoTurns) {
+    const boost::intrusive_ptr<EmbedView> view = ShowView(mFilter);
+    mEditor->opens = false;
+    view->AttachEditor();
+    EXPECT_THAT(mCalls, ElementsAre("open"));
+    EXPECT_EQ(view->UI_GetLocalRectF(), RectF());
+    view->DetachEditor();
+    EXPECT_THAT(mCalls, ElementsAre("open"));
+}
+
+TEST_F(PluginEmbedViewTest, AnEditorThatOpenedIsClosedWhenWhatFollowsFails) {
+    const boost::intrusive_ptr<EmbedView> view = ShowView(mFilter);
+    mEditor->onRect = [] { throw std::runtime_error("the host's framework fails"); };
+    EXPECT_THROW(view->AttachEditor(), std::runtime_error);
+    EXPECT_THAT(mCalls, ElementsAre("open", "theme", "rect", "close"));
+}
+
+TEST_F(PluginEmbedViewTest, TheEditorKnowsTheScreensScaleBeforeItIsOpened) {
+    const boost::intrusive_ptr<EmbedView> view = ShowView(mFilter);
+    view->AttachEditor();
+    EXPECT_EQ(mEditor->GetContentScale(), view->UI_GetPixelScale());
+    EXPECT_EQ(mEditor->scaleWhenOpened, view->UI_GetPixelScale());
 }
 
 TEST_F(PluginEmbedViewTest, ATimerOfAnyIdGivesTheEditorItsTurnAndGoesOn) {

@@ -103,10 +103,11 @@ TEST_F(Vst2EditorTest, OnlyAFilterWithAnEditorHasOne) {
 TEST_F(Vst2EditorTest, AFilterThatGivesItsEditorUpHasNoneButTheOneThatIsHeld) {
     LoadOpen("zel_editor_odd");
     Set("Editor", 0.0f);
-    EXPECT_FALSE(mFilter->HasEditor());
+    EXPECT_TRUE(mFilter->HasEditor());
     EXPECT_EQ(mFilter->GetEditor(), mEditor);
     mEditor.reset();
     EXPECT_EQ(Calls(), "close");
+    EXPECT_FALSE(mFilter->HasEditor());
     EXPECT_FALSE(mFilter->GetEditor());
     Set("Editor", 1.0f);
     EXPECT_TRUE(mFilter->GetEditor());

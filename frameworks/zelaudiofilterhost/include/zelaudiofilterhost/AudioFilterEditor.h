@@ -42,7 +42,8 @@ public:
     /// Gives the keyboard focus to the part of the editor that had it last; false as above.
     virtual bool DispatchCurrentFocus() = 0;
     /// How many pixels a display unit of the host has on the editor's screen (1, 1.25, 2), before the editor is opened
-    /// and whenever it changes; 1 until then. What is no number, or not from 0.1 to 16, is ignored. Overrides call this.
+    /// and whenever it changes; 1 until then. What is no number, or not from 0.1 to 16, is ignored. Overrides call
+    /// this.
     virtual void SetContentScale(float scale);
     /// A key pressed (`down`) or released while the focus is on the editor's place and not in its window. `osCode` is
     /// the key in the numbering of the Windows virtual keys, `modifiers` the sum of 1 for Shift, 2 for Control and 4

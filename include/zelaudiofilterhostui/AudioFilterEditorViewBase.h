@@ -23,10 +23,12 @@ public:
     /// The filter that the view edits: the same for its whole life.
     boost::intrusive_ptr<zelaudiofilterhost::AudioFilter> GetAudioFilter() const;
 
-    /// Fired after the size of the content has changed: the host lays out what is round the view.
+    /// Fired after the size of the content has changed: the host lays out what is round the view. Not by OpenEditor,
+    /// after which the host reads the view's frame itself. A size that changes while this is being fired is not told;
+    /// whoever is told may let go of the view.
     ContentSizeChangedSignal& GetContentSizeChangedSignal();
     /// Fired when the keyboard focus is to go on, out of the editor into the host's controls: forward (true) or
-    /// backward.
+    /// backward. A host that does not listen leaves people without a way out by the keyboard.
     AdvanceFocusSignal& GetAdvanceFocusSignal();
 
     /// Makes the content live; a plug-in's own editor opens its window here. The view stands in a window by then.

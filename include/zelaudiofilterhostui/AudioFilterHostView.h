@@ -14,9 +14,12 @@ class ZELAUDIOFILTERHOSTUI_API AudioFilterHostView : public zelui::ui::UI_OSSubV
 public:
     AudioFilterHostView();
 
-    /// The window to give to a plug-in's editor as its parent; null while the view stands in no window on a display.
+    /// The window to give to a plug-in's editor as its parent; null while the view stands in no window on a display. It
+    /// goes when the view leaves its window: what is open in it must be closed by then.
     HWND GetContentPlatformView() const;
-    /// Sets the frame of that window within the view, in display units.
+    /// Sets the frame of that window within the view, in display units, until the view's size changes the next time:
+    /// then the window takes the frame of the view, its left and top included. A view that does not stand at 0, 0 sets
+    /// it again after that.
     void SetContentRect(const zelcore::geom::Rect& rect);
 
     /// Draws nothing, on purpose: all that is seen is the content's.

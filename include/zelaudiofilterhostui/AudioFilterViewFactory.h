@@ -28,7 +28,8 @@ public:
     void RegisterFactoryFunction(const zelcore::ustring& componentId, FactoryFunction function);
 
     /// The view of `filter` (not null): what the function registered for its component ID makes, and otherwise, also
-    /// when that makes none, the view that embeds the plug-in's own editor if it is a plug-in. Null when there is no
+    /// when that makes none, the view that embeds the plug-in's own editor if its component is known to the
+    /// AudioFilterDescriptorManager as one of a plug-in. Null when there is no
     /// view for this filter; what to show then is the host's decision. Exceptions of the registered function pass to
     /// the caller.
     boost::intrusive_ptr<AudioFilterEditorViewBase> CreateViewForAudioFilter(

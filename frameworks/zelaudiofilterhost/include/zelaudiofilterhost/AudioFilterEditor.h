@@ -24,9 +24,9 @@ public:
     /// The rectangle that the editor wants, its left and top as the plug-in says (mostly 0). Width and height are from
     /// 0 to 16384, whatever the plug-in claims; both 0 when it has no size to tell.
     virtual zelcore::geom::Rect GetViewRect() = 0;
-    /// Opens the editor in the window `parent`, which is on the screen already. False when the plug-in does not open
-    /// it; nothing is open then. Opening an open editor closes it first. A null `parent` is refused before anything
-    /// happens.
+    /// Opens the editor in the window `parent`, which exists and may not be visible yet. False when the plug-in does
+    /// not open it; nothing is open then. Opening an open editor closes it first. A null `parent` is refused before
+    /// anything happens.
     virtual bool OpenView(HWND parent) = 0;
     /// Closes the editor, before its parent window goes. Harmless when it is not open.
     virtual void CloseView() = 0;

@@ -54,6 +54,8 @@ EditorWindow::EditorWindow(const FilterPtr& filter) : mFilter(filter), mLayout(n
 }
 
 EditorWindow::~EditorWindow() {
+    // The focus moves once more when the widgets go, and that is after this.
+    disconnect(qApp, nullptr, this, nullptr);
     if (mView) mView->CloseEditor();
 }
 

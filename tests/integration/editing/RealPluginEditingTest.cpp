@@ -16,6 +16,7 @@
 #include <zelui/UI_StaticText.h>
 
 #include "support/InstalledPlugins.h"
+#include "support/PluginLeaks.h"
 
 namespace zeltests {
 
@@ -112,6 +113,7 @@ double MeasureLoudness(AudioFilter& filter) {
 }
 
 void ExpectThatTheSliderMakesItLouder(const std::string& path, const std::string& parameter) {
+    const IgnorePluginLeaks ignored;
     if (!FindInstalledPlugins().count(path)) GTEST_SKIP() << path << " is not installed";
     const FilterPtr filter = LoadFilters(path).front();
     ASSERT_TRUE(filter->StartProcessing(kSampleRate, kFrames));
@@ -139,6 +141,7 @@ TEST(RealPluginEditingTest, ASliderOfAVst3PluginIsHeardInItsSound) {
 TEST(RealPluginEditingTest, EveryInstalledPluginIsShownWithAllItsParametersAndTheirTexts) {
     const std::set<std::string> installed = FindInstalledPlugins();
     if (installed.empty()) GTEST_SKIP() << "no plug-ins are installed";
+    const IgnorePluginLeaks ignored;
     std::size_t shown = 0;
     std::vector<std::string> notPlugins;
     for (const std::string& path : installed) {

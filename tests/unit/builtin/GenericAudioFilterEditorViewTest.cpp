@@ -18,8 +18,8 @@
 #include <zelui/UI_Slider.h>
 #include <zelui/UI_StaticText.h>
 
-#include "support/AudioFilterDouble.h"
 #include "support/WaitFor.h"
+#include "unit/views/AudioFilterDouble.h"
 
 namespace zeltests {
 

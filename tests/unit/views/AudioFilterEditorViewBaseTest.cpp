@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 #include <zelaudiofilterhostui/AudioFilterEditorViewBase.h>
 
-#include "support/AudioFilterDouble.h"
+#include "unit/views/AudioFilterDouble.h"
 
 namespace zeltests {
 

@@ -7,7 +7,7 @@
 #include <zelaudiofilterhost/AudioFilterEditor.h>
 #include <zelui/KeyboardEvent.h>
 
-#include "support/AudioFilterDouble.h"
+#include "unit/views/AudioFilterDouble.h"
 
 namespace zeltests {
 

@@ -6,6 +6,7 @@
 
 #include <boost/make_shared.hpp>
 #include <boost/shared_ptr.hpp>
+#include <gtest/gtest.h>
 #include <QAccessible>
 #include <QPointer>
 #include <QScrollArea>

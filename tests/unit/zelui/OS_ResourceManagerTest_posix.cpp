@@ -1,0 +1,51 @@
+#include <zelui/OS_ResourceManager.h>
+
+#include <dlfcn.h>
+#include <gtest/gtest.h>
+
+namespace zeltests {
+
+using zelui::utility::OS_ResourceManager;
+
+/// A module with resources, loaded.
+class OS_ResourceManagerTest : public testing::Test {
+protected:
+    OS_ResourceManagerTest() : mModule(dlopen(ZEL_TEST_RESOURCES, RTLD_NOW | RTLD_LOCAL)) {
+        EXPECT_NE(mModule, nullptr) << dlerror();
+    }
+    ~OS_ResourceManagerTest() override {
+        if (mModule != nullptr) dlclose(mModule);
+    }
+    HINSTANCE GetModule() const { return static_cast<HINSTANCE>(mModule); }
+
+private:
+    void* mModule;
+};
+
+TEST_F(OS_ResourceManagerTest, AResourceIsReadWithAllItsBytes) {
+    const OS_ResourceManager resources(GetModule());
+    EXPECT_EQ(resources.ReadResource("xml", "Layout"), std::string("<a/>\0!", 6));
+    EXPECT_EQ(resources.ReadResource("xml", "Empty"), std::string());
+}
+
+TEST_F(OS_ResourceManagerTest, WhatTheModuleDoesNotHaveIsNotThere) {
+    const OS_ResourceManager resources(GetModule());
+    EXPECT_EQ(resources.ReadResource("xml", "layout"), std::nullopt);
+    EXPECT_EQ(resources.ReadResource("text", "Layout"), std::nullopt);
+    EXPECT_EQ(resources.ReadResource("xml", "Sizeless"), std::nullopt);
+}
+
+TEST_F(OS_ResourceManagerTest, NamesThatAreNoneAndSizesBeyondReasonAreNotThere) {
+    const OS_ResourceManager resources(GetModule());
+    EXPECT_EQ(resources.ReadResource("xml", "Huge"), std::nullopt);
+    EXPECT_EQ(resources.ReadResource("xml", ""), std::nullopt);
+    EXPECT_EQ(resources.ReadResource("", "Layout"), std::nullopt);
+    EXPECT_EQ(resources.ReadResource("xml", "Lay out"), std::nullopt);
+    EXPECT_EQ(resources.ReadResource("xml", std::string("Layout\0", 7)), std::nullopt);
+}
+
+TEST_F(OS_ResourceManagerTest, WithoutAModuleThereAreNone) {
+    EXPECT_EQ(OS_ResourceManager(nullptr).ReadResource("xml", "Layout"), std::nullopt);
+}
+
+}  // namespace zeltests

@@ -10,7 +10,7 @@ class ZELAUDIOFILTERHOSTUI_API AudioFilterViewFactoryRegistrar {
 public:
     AudioFilterViewFactoryRegistrar(const zelcore::ustring& componentId,
                                     AudioFilterViewFactory::FactoryFunction function);
-    ~AudioFilterViewFactoryRegistrar();
+    ~AudioFilterViewFactoryRegistrar();  // NOLINT(performance-trivially-destructible): exported, as hosts expect it
 };
 
 }  // namespace zelaudiofilterhostui

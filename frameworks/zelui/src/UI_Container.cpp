@@ -36,7 +36,7 @@ void UI_Container::ChildPushBack(const boost::intrusive_ptr<UI_Node>& child) {
     UI_Node& self = UI_GetContainerNode();
     if (IsIn(self, *child)) throw std::invalid_argument("UI_Container::ChildPushBack: a node in itself");
     // The caller's pointer may stand in a list that changes meanwhile.
-    const boost::intrusive_ptr<UI_Node> added = child;
+    const boost::intrusive_ptr<UI_Node> added = child;  // NOLINT(performance-unnecessary-copy-initialization)
     added->LeavePlace();
     // Whoever was told of that may have put it somewhere else, which was decided later than this.
     if (added->mParent != nullptr || added->mHost != nullptr || IsIn(self, *added)) return;
@@ -47,7 +47,7 @@ void UI_Container::ChildPushBack(const boost::intrusive_ptr<UI_Node>& child) {
 void UI_Container::ChildRemove(const boost::intrusive_ptr<UI_Node>& child) {
     if (std::find(mChildren.begin(), mChildren.end(), child) == mChildren.end()) return;
     // The caller's pointer may be the very one that is erased.
-    const boost::intrusive_ptr<UI_Node> removed = child;
+    const boost::intrusive_ptr<UI_Node> removed = child;  // NOLINT(performance-unnecessary-copy-initialization)
     // While it still has its place: the focus goes to the neighbour.
     removed->PassFocusOn();
     const auto found = std::find(mChildren.begin(), mChildren.end(), removed);

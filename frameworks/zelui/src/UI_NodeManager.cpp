@@ -5,8 +5,6 @@ namespace ui {
 
 UI_NodeManager::UI_NodeManager() : mLastTimerID(0), mNodeCount(0) {}
 
-UI_NodeManager::~UI_NodeManager() = default;
-
 // Qt makes what windows need when there is one; nothing has to be made ahead.
 UI_NodeManager& UI_NodeManager::Get(bool) {
     // Never destroyed: static nodes of a host may go after it.

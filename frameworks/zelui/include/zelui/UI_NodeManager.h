@@ -23,7 +23,7 @@ public:
 private:
     friend class UI_NodeBase;
     UI_NodeManager();
-    ~UI_NodeManager();
+    ~UI_NodeManager() = default;
     UI_NodeManager(const UI_NodeManager&) = delete;
     UI_NodeManager& operator=(const UI_NodeManager&) = delete;
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "EditorSupport.h"
 #include "PluginCall.h"
 #include "Vst2AudioFilter.h"
 #include "Vst2Keys.h"
@@ -25,25 +26,6 @@ Rect BoundRect(const vst2::EditorRect& given) {
     rect.height = std::clamp(given.bottom - given.top, 0, Vst2SizeRequests::kMaxExtent);
     return rect.IsEmpty() ? Rect{rect.left, rect.top, 0, 0} : rect;
 }
-
-/// Whether the key means "on to the next control": Tab, with or without Shift. With others it is the host's.
-bool AdvancesFocus(int osCode, int modifiers) {
-    constexpr int kTab = 9;
-    constexpr int kShift = 1;
-    return osCode == kTab && (modifiers & ~kShift) == 0;
-}
-
-/// Says for a while that something is going on.
-class Marker {
-public:
-    explicit Marker(bool& flag) : mFlag(flag) { mFlag = true; }
-    ~Marker() { mFlag = false; }
-    Marker(const Marker&) = delete;
-    Marker& operator=(const Marker&) = delete;
-
-private:
-    bool& mFlag;
-};
 
 }  // namespace
 

@@ -7,6 +7,7 @@
 
 #include <pluginterfaces/gui/iplugviewcontentscalesupport.h>
 
+#include "EditorSupport.h"
 #include "PluginCall.h"
 #include "Vst3AudioFilter.h"
 #include "Vst3Keys.h"
@@ -48,13 +49,6 @@ bool IsSize(const ViewRect& rect) {
     return isExtent(std::int64_t(rect.right) - rect.left) && isExtent(std::int64_t(rect.bottom) - rect.top);
 }
 
-/// Whether the key means "on to the next control": Tab, with or without Shift. With others it is the host's.
-bool AdvancesFocus(int osCode, int modifiers) {
-    constexpr int kTab = 9;
-    constexpr int kShift = 1;
-    return osCode == kTab && (modifiers & ~kShift) == 0;
-}
-
 /// Calls the view, which stays at least until it returns, and answers what it answered.
 template <typename Function>
 tresult Ask(const Vst3Ptr<IPlugView>& view, Function function) noexcept {
@@ -65,18 +59,6 @@ tresult Ask(const Vst3Ptr<IPlugView>& view, Function function) noexcept {
     });
     return result;
 }
-
-/// Says for a while that something is going on.
-class Marker {
-public:
-    explicit Marker(bool& flag) : mFlag(flag) { mFlag = true; }
-    ~Marker() { mFlag = false; }
-    Marker(const Marker&) = delete;
-    Marker& operator=(const Marker&) = delete;
-
-private:
-    bool& mFlag;
-};
 
 }  // namespace
 

@@ -1,4 +1,4 @@
-#include <zelmediatypes/ChannelLabel.h>
+#include <zelmediatypes/AudioChannelLabel.h>
 
 #include <string_view>
 
@@ -14,7 +14,7 @@ struct LabelTexts {
     std::string_view abbreviation;
 };
 
-LabelTexts GetTexts(ChannelLabel label) {
+LabelTexts GetTexts(AudioChannelLabel label) {
     switch (label) {
         case kChannelDiscrete:
             return {};
@@ -46,6 +46,22 @@ LabelTexts GetTexts(ChannelLabel label) {
             return {"$$$/zelmediatypes/ChannelLabel/LeftTopRear=Left Top Rear", "Ltr"};
         case kChannelRightTopRear:
             return {"$$$/zelmediatypes/ChannelLabel/RightTopRear=Right Top Rear", "Rtr"};
+        case kChannelLeftCenter:
+            return {"$$$/zelmediatypes/ChannelLabel/LeftCenter=Left Center", "Lc"};
+        case kChannelRightCenter:
+            return {"$$$/zelmediatypes/ChannelLabel/RightCenter=Right Center", "Rc"};
+        case kChannelTopCenter:
+            return {"$$$/zelmediatypes/ChannelLabel/TopCenter=Top Center", "Tc"};
+        case kChannelLeftTopMiddle:
+            return {"$$$/zelmediatypes/ChannelLabel/LeftTopMiddle=Left Top Middle", "Ltm"};
+        case kChannelRightTopMiddle:
+            return {"$$$/zelmediatypes/ChannelLabel/RightTopMiddle=Right Top Middle", "Rtm"};
+        case kChannelCenterTopFront:
+            return {"$$$/zelmediatypes/ChannelLabel/CenterTopFront=Center Top Front", "Ctf"};
+        case kChannelCenterTopRear:
+            return {"$$$/zelmediatypes/ChannelLabel/CenterTopRear=Center Top Rear", "Ctr"};
+        case kChannelLFE2:
+            return {"$$$/zelmediatypes/ChannelLabel/LFE2=LFE 2", "Lfe2"};
     }
     // Sessions of a newer version may carry labels that this one does not know.
     return {};
@@ -53,10 +69,9 @@ LabelTexts GetTexts(ChannelLabel label) {
 
 }  // namespace
 
-zelcore::ustring GetChannelLabelName(ChannelLabel label) { return zelcore::config::Localize(GetTexts(label).name); }
-
-zelcore::ustring GetChannelLabelAbbreviation(ChannelLabel label) {
-    return zelcore::utility::AsciiToUTF16(GetTexts(label).abbreviation);
+zelcore::ustring AudioChannelLabelDescription(AudioChannelLabel label, bool abbreviated) {
+    const LabelTexts texts = GetTexts(label);
+    return abbreviated ? zelcore::utility::AsciiToUTF16(texts.abbreviation) : zelcore::config::Localize(texts.name);
 }
 
 }  // namespace zelmediatypes

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <map>
+
+namespace zelaudiofilterhost {
+
+/// Which channel of the track each of a filter's own channels is connected with, in one direction: from the effect
+/// channel (counted from 0 across all buses of the direction, in bus order) to the target channel (counted from 0; the
+/// track's main channels, then those of its side-chain), or to kNotConnected. A target channel may occur several times.
+typedef std::map<int, int> ChannelMap;
+
+constexpr int kNotConnected = -1;
+
+}  // namespace zelaudiofilterhost

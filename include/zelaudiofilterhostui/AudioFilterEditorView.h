@@ -16,7 +16,8 @@ public:
     explicit AudioFilterEditorView(const boost::intrusive_ptr<zelaudiofilterhost::AudioFilter>& filter);
 
     /// Opens the plug-in's editor, or makes the generic one. Exceptions of the filter pass to the caller; the view is
-    /// then as before.
+    /// then as before. Plug-ins run the event loop while they open: a CloseEditor from there, or the end of the window,
+    /// closes the editor for good, and the view is empty when this returns.
     void OpenEditor() override;
     /// Closes the plug-in's editor and takes it away. A generic editor stays for the next opening.
     void CloseEditor() override;
@@ -42,7 +43,7 @@ protected:
 private:
     void OpenPluginEditor();
     void OpenGenericEditor();
-    void EmbedEditor(const boost::intrusive_ptr<zelaudiofilterhost::AudioFilterEditor>& editor);
+    bool EmbedEditor(const boost::intrusive_ptr<zelaudiofilterhost::AudioFilterEditor>& editor);
     void RemoveContent();
     void SyncEditorViewBounds();
     void OnEditorViewSizeChanged();

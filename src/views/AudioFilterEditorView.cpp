@@ -52,28 +52,33 @@ void AudioFilterEditorView::OpenEditor() {
 void AudioFilterEditorView::OpenPluginEditor() {
     const boost::intrusive_ptr<AudioFilterEditor> editor = GetAudioFilter()->GetEditor();
     if (!editor) return;
-    if (editor->UsesPlatformView()) EmbedEditor(editor);
+    // Closed while it opened it stays closed.
+    if (editor->UsesPlatformView() && !EmbedEditor(editor)) return;
     mContentSizeConnection = editor->GetContentSizeChangedSignal().connect(
         boost::bind(&AudioFilterEditorView::OnEditorViewSizeChanged, this));
 }
 
-void AudioFilterEditorView::EmbedEditor(const boost::intrusive_ptr<AudioFilterEditor>& editor) {
+bool AudioFilterEditorView::EmbedEditor(const boost::intrusive_ptr<AudioFilterEditor>& editor) {
     // Opened again without having been closed: the editor is open in one place only.
+    mContentSizeConnection.disconnect();
     RemoveContent();
     const boost::intrusive_ptr<PluginEmbedView> embedView(new PluginEmbedView(GetAudioFilter(), editor));
     ChildPushBack(embedView);
+    // Before it opens: plug-ins run the event loop while they do, and whoever closes the view there closes this.
+    mContentView = embedView;
     try {
         embedView->AttachEditor();
     } catch (...) {
-        ChildRemove(embedView);
+        if (mContentView == embedView) RemoveContent();
         throw;
     }
-    mContentView = embedView;
+    if (mContentView != embedView) return false;
     mEditor = editor;
     mAdvanceFocusConnection = editor->GetAdvanceFocusSignal().connect(
         boost::bind(&AudioFilterEditorView::OnAdvanceFocus, this, boost::placeholders::_1));
     mCanScroll = false;
     mDispatchesFocus = true;
+    return true;
 }
 
 void AudioFilterEditorView::OpenGenericEditor() {

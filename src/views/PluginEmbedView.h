@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <utility>
 #include <vector>
 
 #include <boost/bind/bind.hpp>
@@ -51,7 +52,12 @@ public:
 
     /// Without a filter there is no window for an editor.
     PluginEmbedView(const FilterPtr& filter, const EditorPtr& editor)
-        : mFilter(filter), mEditor(editor), mTimerID(0), mTimerInstalled(false), mInstalledFunctions(true) {
+        : mFilter(filter),
+          mEditor(editor),
+          mTimerID(0),
+          mTimerInstalled(false),
+          mIsOpen(false),
+          mInstalledFunctions(true) {
         if (mFilter) AddPlatformWindow();
         const auto themeChanged =
             boost::make_shared<zelui::ui::ThemeChangedFunction>(boost::bind(&PluginEmbedView::PassThemeOn, this));
@@ -59,32 +65,30 @@ public:
         zelui::ui::InstallThemeChangedFunction(themeChanged);
     }
 
-    /// Opens the editor. The view stands in a window by now.
+    /// Opens the editor. The view stands in a window by now. Plug-ins run the event loop while they open; whoever has
+    /// the view detached there, or lets go of it, has the editor closed.
     void AttachEditor() {
         if (!mFilter || !mEditor) return;
+        const boost::intrusive_ptr<PluginEmbedView> self(this);
         mEditor->SetContentScale(UI_GetPixelScale());
         // Of an editor that did not open there is nothing to see, and nobody to be given a turn.
-        if (!mEditor->OpenView(GetOSView()->GetPlatformWindow(false))) return;
+        if (!OpenEditor()) return;
         try {
             PassThemeOn();
             SyncSizeFromEditor();
-            mTimerID = static_cast<std::int32_t>(zelui::ui::UI_NodeManager::Get(false).GetUniqueTimerID());
-            UI_InstallTimer(kIdlePeriod, mTimerID);
+            if (mIsOpen) StartTimer();
         } catch (...) {
-            mEditor->CloseView();
+            DetachEditor();
             throw;
         }
-        mTimerInstalled = true;
     }
 
     /// Closes the editor, if it was opened here; harmless again.
     void DetachEditor() {
         if (mTimerID != 0) UI_RemoveTimer(mTimerID, false);
         mTimerID = 0;
-        if (mFilter && mTimerInstalled && mEditor) {
-            mTimerInstalled = false;
-            mEditor->CloseView();
-        }
+        mTimerInstalled = false;
+        if (std::exchange(mIsOpen, false)) mEditor->CloseView();
     }
 
     /// Takes the size that the editor has now.
@@ -121,6 +125,8 @@ protected:
         SyncPlatformViewSize(*this, change);
         // A host that takes the view away without closing it first: the editor's window is about to go.
         if (change == zelui::ui::kNodePlaceChanged && !UI_IsInWindow()) DetachEditor();
+        // The editor tells the size that it then has by itself.
+        if (change == zelui::ui::kNodeScaleChanged && mIsOpen) mEditor->SetContentScale(UI_GetPixelScale());
     }
 
 private:
@@ -133,6 +139,29 @@ private:
         GetOSViewContainer()->ChildPushBack(window);
     }
 
+    /// Whether it is open now, and is to stay so.
+    bool OpenEditor() {
+        mIsOpen = true;
+        bool opened = false;
+        try {
+            opened = mEditor->OpenView(GetOSView()->GetPlatformWindow(false));
+        } catch (...) {
+            mIsOpen = false;
+            throw;
+        }
+        // An editor that was closed in the middle of it says that it did not open; one that does not know better is
+        // closed again.
+        if (opened && !mIsOpen) mEditor->CloseView();
+        mIsOpen = mIsOpen && opened;
+        return mIsOpen;
+    }
+
+    void StartTimer() {
+        mTimerID = static_cast<std::int32_t>(zelui::ui::UI_NodeManager::Get(false).GetUniqueTimerID());
+        UI_InstallTimer(kIdlePeriod, mTimerID);
+        mTimerInstalled = true;
+    }
+
     void PassThemeOn() {
         const zelui::drawbot::SupplierInterface* const supplier = UI_GetDrawSupplier();
         if (!mEditor || supplier == nullptr) return;
@@ -143,6 +172,7 @@ private:
     const EditorPtr mEditor;
     std::int32_t mTimerID;
     bool mTimerInstalled;
+    bool mIsOpen;  ///< or being opened
     InstalledFunctions mInstalledFunctions;
 };
 

@@ -9,8 +9,10 @@ AudioFilterEditor::AudioFilterEditor() = default;
 AudioFilterEditor::~AudioFilterEditor() = default;
 
 void AudioFilterEditor::SetContentScale(float scale) {
-    if (scale >= 0.1f && scale <= 16.0f) mContentScale = scale;
+    if (IsContentScale(scale)) mContentScale = scale;
 }
+
+bool AudioFilterEditor::IsContentScale(float scale) { return scale >= 0.1f && scale <= 16.0f; }
 
 zelcore::geom::Rect AudioFilterEditor::ToDisplayUnits(const zelcore::geom::Rect& pixels) const {
     const auto toUnits = [this](long number) {

@@ -223,12 +223,33 @@ enum KeyModifier : std::uint8_t {
     kModifierControl = 1 << 3   ///< the Command key of a Mac
 };
 
+/// What an effect says of one of its channels. The answer to the question for it is 1 when there is one.
 struct PinProperties {
     char label[64];
-    std::int32_t flags;
-    std::int32_t arrangement;
+    std::int32_t flags;        ///< of PinFlag
+    std::int32_t arrangement;  ///< an Arrangement: of the channels from this one on
     char shortLabel[8];
     char future[48];
+};
+static_assert(sizeof(PinProperties) == 128, "the layout that plug-ins were built with");
+
+enum PinFlag : std::int32_t {
+    kPinIsActive = 1 << 0,
+    kPinIsFirstOfPair = 1 << 1,
+    kPinNamesSpeakers = 1 << 2  ///< `arrangement` counts
+};
+
+/// Arrangements of speakers are numbers from 0 to this one less; below 0 are empty ones and those of an effect's own.
+/// The ones that others are told by here.
+constexpr std::int32_t kArrangements = 29;
+enum Arrangement : std::int32_t {
+    kArrangementOwn = -2,
+    kArrangementEmpty = -1,
+    kArrangementMono = 0,
+    kArrangementStereo = 1,
+    kArrangementQuad = 11,
+    kArrangement51 = 15,
+    kArrangement71 = 23
 };
 
 enum TimeFlag : std::int32_t {

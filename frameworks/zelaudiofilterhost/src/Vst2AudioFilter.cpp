@@ -15,8 +15,6 @@ namespace zelaudiofilterhost {
 
 namespace {
 
-constexpr double kMaxSampleRate = 10e6;
-constexpr int kMaxBlockSize = 1 << 20;
 constexpr char kGone[] = "does not contain this component any more";
 
 bool IsInShell(const Vst2Module& module, std::int32_t id) {
@@ -85,14 +83,15 @@ Vst2AudioFilter::Vst2AudioFilter(const std::string& path, const PluginComponentI
       mModule(std::make_unique<Vst2Module>(path)),
       mInstance(MakeInstance(*mModule, component, subcomponent)),
       mBuffers(ClampChannels(mInstance->GetEffect().inputCount), ClampChannels(mInstance->GetEffect().outputCount)),
-      mIsStarted(false),
+      mBuses(Vst2Buses::Read(*mInstance, mBuffers.GetInputCount(), mBuffers.GetOutputCount())),
+      mIsRunning(false),
       mSampleRate(Vst2Host::kSampleRate),
       mBlockSize(Vst2Host::kBlockSize),
       mSoundThread(std::thread::id()),
       mEditor(nullptr),
       mConnection(mInstance->GetEffect(), *this) {}
 
-Vst2AudioFilter::~Vst2AudioFilter() { Vst2AudioFilter::StopProcessing(); }
+Vst2AudioFilter::~Vst2AudioFilter() { StopProcessing(); }
 
 int Vst2AudioFilter::GetParameterCount() const {
     return std::clamp(mInstance->GetEffect().parameterCount, 0, PluginComponentInfo::kMaxParameters);
@@ -131,32 +130,30 @@ boost::intrusive_ptr<AudioFilterEditor> Vst2AudioFilter::GetEditor() {
     return mEditor;
 }
 
-int Vst2AudioFilter::GetEffectChannelCount(Direction direction) const {
-    return direction == kInput ? mBuffers.GetInputCount() : mBuffers.GetOutputCount();
+void Vst2AudioFilter::GetBusConfiguration(AudioFilterBusList& inputs, AudioFilterBusList& outputs) const {
+    inputs = mBuses.inputs;
+    outputs = mBuses.outputs;
 }
 
-bool Vst2AudioFilter::StartProcessing(double sampleRate, int maximumFrames) {
-    StopProcessing();
-    if (!(sampleRate >= 1.0 && sampleRate <= kMaxSampleRate)) return false;
-    if (maximumFrames < 1 || maximumFrames > kMaxBlockSize) return false;
+bool Vst2AudioFilter::StartEffect(double sampleRate, int maximumFrames) {
     if (!FitsChannels() || !mBuffers.Allocate(maximumFrames)) return false;
     mSampleRate = sampleRate;
     mBlockSize = maximumFrames;
     // Before the calls: should one of them throw, the others are taken back all the same.
-    mIsStarted = true;
+    mIsRunning = true;
     const bool started = Try([&] {
         mInstance->Dispatch(vst2::kSetSampleRate, 0, 0, nullptr, static_cast<float>(sampleRate));
         mInstance->Dispatch(vst2::kSetBlockSize, 0, maximumFrames);
         mInstance->Dispatch(vst2::kMainsChanged, 0, 1);
         mInstance->Dispatch(vst2::kStartProcess);
     });
-    if (!started) StopProcessing();
+    if (!started) StopEffect();
     return started;
 }
 
-void Vst2AudioFilter::StopProcessing() {
-    if (!mIsStarted) return;
-    mIsStarted = false;
+void Vst2AudioFilter::StopEffect() {
+    if (!mIsRunning) return;
+    mIsRunning = false;
     Try([this] { mInstance->Dispatch(vst2::kStopProcess); });
     Try([this] { mInstance->Dispatch(vst2::kMainsChanged, 0, 0); });
     mBuffers.Free();
@@ -166,7 +163,7 @@ void Vst2AudioFilter::ProcessEffect(const float* const* inputs, float* const* ou
     if (frames <= 0) return;
     // Always: an effect may leave some of its outputs alone, have fewer now, or add to what is there.
     ClearOutputs(outputs, frames);
-    if (!mIsStarted || frames > mBuffers.GetMaximumFrames() || !FitsChannels()) return;
+    if (!mIsRunning || frames > mBuffers.GetMaximumFrames() || !FitsChannels()) return;
     const vst2::Effect& effect = mInstance->GetEffect();
     mBuffers.Load(inputs, outputs, frames, ClampChannels(effect.inputCount), ClampChannels(effect.outputCount));
     mSoundThread = std::this_thread::get_id();

@@ -8,12 +8,13 @@
 #include <zelaudiofilterhost/AudioFilter.h>
 #include <zelaudiofilterhost/PluginComponentInfo.h>
 
+#include "EditorSizeRequests.h"
+#include "Vst2Buses.h"
 #include "Vst2ChannelBuffers.h"
 #include "Vst2HostClient.h"
 #include "Vst2HostConnection.h"
 #include "Vst2Instance.h"
 #include "Vst2Module.h"
-#include "Vst2SizeRequests.h"
 
 namespace zelaudiofilterhost {
 
@@ -28,10 +29,10 @@ boost::intrusive_ptr<AudioFilter> MakeVst2AudioFilter(const std::string& path, c
 /// A VST2 effect at work. Parameters are set straight in the effect, on the main thread and in the middle of a block
 /// too, as effects of this format expect.
 ///
-/// Its channels are those that the effect had when it was made; one that has more later gets silence to read and
-/// somewhere to write for the others, and one that claims more than PluginComponentInfo::kMaxChannels is not started,
-/// or silent from then on. What it puts out is passed on as it is, samples that are no numbers included: the sound path
-/// is no place to look at each.
+/// Its channels, and the buses that Vst2Buses reads in them, are those that the effect had when it was made; one that
+/// has more later gets silence to read and somewhere to write for the others, and one that claims more than
+/// PluginComponentInfo::kMaxChannels is not started, or silent from then on. What it puts out is passed on as it is,
+/// samples that are no numbers included: the sound path is no place to look at each.
 class Vst2AudioFilter final : public AudioFilter, private Vst2HostClient {
 public:
     /// Throws PluginLoadError.
@@ -47,18 +48,18 @@ public:
     ustring GetParameterValueString(int index) const override;
     bool HasEditor() const override;
     boost::intrusive_ptr<AudioFilterEditor> GetEditor() override;
-    int GetEffectChannelCount(Direction direction) const override;
-    bool StartProcessing(double sampleRate, int maximumFrames) override;
-    void StopProcessing() override;
+    void GetBusConfiguration(AudioFilterBusList& inputs, AudioFilterBusList& outputs) const override;
     void ProcessEffect(const float* const* inputs, float* const* outputs, int frames) override;
 
     // The editor's side of it: the effect, what the effect asks for, and the end of an editor.
     const Vst2Instance& GetInstance() const { return *mInstance; }
-    Vst2SizeRequests& GetSizeRequests() { return mSizeRequests; }
+    EditorSizeRequests& GetSizeRequests() { return mSizeRequests; }
     void ForgetEditor() { mEditor = nullptr; }
 
 protected:
     ~Vst2AudioFilter() override;
+    bool StartEffect(double sampleRate, int maximumFrames) override;
+    void StopEffect() override;
 
 private:
     double GetSampleRate() const noexcept override { return mSampleRate; }
@@ -78,11 +79,12 @@ private:
     std::unique_ptr<Vst2Module> mModule;
     std::unique_ptr<Vst2Instance> mInstance;
     Vst2ChannelBuffers mBuffers;
-    bool mIsStarted;
+    Vst2Buses mBuses;  ///< of the channels that mBuffers has
+    bool mIsRunning;
     std::atomic<double> mSampleRate;
     std::atomic<int> mBlockSize;
     std::atomic<std::thread::id> mSoundThread;  ///< while it is in the effect
-    Vst2SizeRequests mSizeRequests;
+    EditorSizeRequests mSizeRequests;
     Vst2Editor* mEditor;  ///< the one that somebody holds; it holds this filter
     Vst2HostConnection mConnection;
 };

@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <cstring>
 
+#include "EditorSizeRequests.h"
 #include "EditorSupport.h"
 #include "PluginCall.h"
 #include "Vst2AudioFilter.h"
 #include "Vst2Keys.h"
-#include "Vst2SizeRequests.h"
 
 namespace zelaudiofilterhost {
 
@@ -16,14 +16,12 @@ namespace {
 using zelcore::geom::Point;
 using zelcore::geom::Rect;
 
-Point SizeOf(const Rect& rect) { return {rect.width, rect.height}; }
-
 Rect BoundRect(const vst2::EditorRect& given) {
     Rect rect;
     rect.left = given.left;
     rect.top = given.top;
-    rect.width = std::clamp(given.right - given.left, 0, Vst2SizeRequests::kMaxExtent);
-    rect.height = std::clamp(given.bottom - given.top, 0, Vst2SizeRequests::kMaxExtent);
+    rect.width = std::clamp(given.right - given.left, 0, EditorSizeRequests::kMaxExtent);
+    rect.height = std::clamp(given.bottom - given.top, 0, EditorSizeRequests::kMaxExtent);
     return rect.IsEmpty() ? Rect{rect.left, rect.top, 0, 0} : rect;
 }
 
@@ -53,7 +51,7 @@ bool Vst2Editor::OpenView(HWND parent) {
     const boost::intrusive_ptr<Vst2Editor> alive(this);
     CloseView();
     ForgetSize();
-    mToldSize = SizeOf(mWanted);
+    mToldSize = GetWantedSize();
     mState = kOpening;
     mFilter->GetSizeRequests().Begin([this] { TellSize(); });
     const bool isOpened = OpenEffect(parent);
@@ -93,6 +91,13 @@ void Vst2Editor::Idle() {
 bool Vst2Editor::DispatchKeyboardFocus(bool) { return mState == kOpen; }
 
 bool Vst2Editor::DispatchCurrentFocus() { return mState == kOpen; }
+
+void Vst2Editor::SetContentScale(float scale) {
+    if (!IsContentScale(scale) || scale == GetContentScale()) return;
+    const boost::intrusive_ptr<Vst2Editor> alive(this);
+    AudioFilterEditor::SetContentScale(scale);
+    if (mState == kOpen) AnnounceSize();
+}
 
 bool Vst2Editor::DoKey(int osCode, int modifiers, unsigned short character, bool down) {
     if (mState != kOpen) return false;
@@ -146,6 +151,11 @@ Rect Vst2Editor::AskRect() const {
     return rect;
 }
 
+Point Vst2Editor::GetWantedSize() const {
+    const Rect units = ToDisplayUnits(mWanted);
+    return {units.width, units.height};
+}
+
 void Vst2Editor::ForgetSize() { mWanted = mAnswered = AskRect(); }
 
 void Vst2Editor::UpdateSize() {
@@ -161,15 +171,15 @@ void Vst2Editor::UpdateSize() {
 }
 
 void Vst2Editor::AnnounceSize() {
-    if (!(SizeOf(mWanted) == mToldSize)) mFilter->GetSizeRequests().Announce();
+    if (!(GetWantedSize() == mToldSize)) mFilter->GetSizeRequests().Announce();
 }
 
 void Vst2Editor::TellSize() {
     if (mState != kOpen || mIsTelling) return;
     const boost::intrusive_ptr<Vst2Editor> alive(this);
     UpdateSize();
-    if (SizeOf(mWanted) == mToldSize) return;
-    mToldSize = SizeOf(mWanted);
+    if (GetWantedSize() == mToldSize) return;
+    mToldSize = GetWantedSize();
     const Marker marker(mIsTelling);
     GetContentSizeChangedSignal()();
 }

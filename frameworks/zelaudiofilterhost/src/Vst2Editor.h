@@ -34,6 +34,8 @@ public:
     void SetThemeBrightness(float, bool) override {}
     bool DispatchKeyboardFocus(bool forward) override;
     bool DispatchCurrentFocus() override;
+    /// The format has no way to say it; what changes is the size in display units.
+    void SetContentScale(float scale) override;
     bool DoKey(int osCode, int modifiers, unsigned short character, bool down) override;
 
 protected:
@@ -47,6 +49,7 @@ private:
     bool PassKey(int osCode, int modifiers, unsigned short character, bool down) const;
     bool OpenEffect(HWND parent);
     zelcore::geom::Rect AskRect() const;
+    zelcore::geom::Point GetWantedSize() const;
     void ForgetSize();
     void UpdateSize();
     void AnnounceSize();
@@ -58,7 +61,7 @@ private:
     bool mIsTelling;
     zelcore::geom::Rect mAnswered;  ///< what the effect answered last
     zelcore::geom::Rect mWanted;
-    zelcore::geom::Point mToldSize;  ///< width and height that everybody knows
+    zelcore::geom::Point mToldSize;  ///< width and height that everybody knows, in display units
 };
 
 }  // namespace zelaudiofilterhost

@@ -29,7 +29,10 @@ Vst3AudioFilter::Vst3AudioFilter(std::shared_ptr<Vst3Module> module, const Vst3C
     mHandler->SetTarget(&mParameters);
 }
 
-Vst3AudioFilter::~Vst3AudioFilter() { mHandler->SetTarget(nullptr); }
+Vst3AudioFilter::~Vst3AudioFilter() {
+    StopProcessing();
+    mHandler->SetTarget(nullptr);
+}
 
 bool Vst3AudioFilter::HasEditor() const {
     if (mEditor != nullptr) return true;
@@ -52,11 +55,12 @@ Vst3Ptr<Steinberg::IPlugView> Vst3AudioFilter::MakeView() const {
     return view;
 }
 
-int Vst3AudioFilter::GetEffectChannelCount(Direction direction) const {
-    return mProcessor.GetChannelCount(direction == kInput ? Steinberg::Vst::kInput : Steinberg::Vst::kOutput);
+void Vst3AudioFilter::GetBusConfiguration(AudioFilterBusList& inputs, AudioFilterBusList& outputs) const {
+    inputs = mProcessor.GetLayout().inputs;
+    outputs = mProcessor.GetLayout().outputs;
 }
 
-bool Vst3AudioFilter::StartProcessing(double sampleRate, int maximumFrames) {
+bool Vst3AudioFilter::StartEffect(double sampleRate, int maximumFrames) {
     return mProcessor.Start(sampleRate, maximumFrames, GetParameterCount());
 }
 

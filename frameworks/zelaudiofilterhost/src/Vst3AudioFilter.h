@@ -37,9 +37,7 @@ public:
     ustring GetParameterValueString(int index) const override { return mParameters.GetValueString(index); }
     bool HasEditor() const override;
     boost::intrusive_ptr<AudioFilterEditor> GetEditor() override;
-    int GetEffectChannelCount(Direction direction) const override;
-    bool StartProcessing(double sampleRate, int maximumFrames) override;
-    void StopProcessing() override { mProcessor.Stop(); }
+    void GetBusConfiguration(AudioFilterBusList& inputs, AudioFilterBusList& outputs) const override;
     void ProcessEffect(const float* const* inputs, float* const* outputs, int frames) override {
         mProcessor.Process(inputs, outputs, frames);
     }
@@ -51,6 +49,9 @@ public:
 
 protected:
     ~Vst3AudioFilter() override;
+    bool StartEffect(double sampleRate, int maximumFrames) override;
+    void StopEffect() override { mProcessor.Stop(); }
+    void AdoptLayout(const zelmediatypes::AudioChannelLayout& layout) override { mProcessor.AdoptLayout(layout); }
 
 private:
     /// Tells the controller the values that the component has.

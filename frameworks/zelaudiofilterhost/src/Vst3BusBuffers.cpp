@@ -1,12 +1,15 @@
 #include "Vst3BusBuffers.h"
 
-#include <numeric>
-
 namespace zelaudiofilterhost {
 
-void Vst3BusBuffers::Set(const std::vector<Steinberg::int32>& channelCounts) {
-    mCounts.assign(channelCounts.begin(), channelCounts.end());
-    mChannels.assign(std::accumulate(mCounts.begin(), mCounts.end(), std::size_t(0)), nullptr);
+void Vst3BusBuffers::Set(const AudioFilterBusList& buses) {
+    mCounts.clear();
+    std::size_t channels = 0;
+    for (const AudioFilterBusDescription& bus : buses) {
+        mCounts.push_back(bus.GetLayout().size());
+        channels += mCounts.back();
+    }
+    mChannels.assign(channels, nullptr);
     mBuses.assign(mCounts.size(), Steinberg::Vst::AudioBusBuffers());
     Reset();
 }

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include <pluginterfaces/vst/ivstaudioprocessor.h>
+#include <zelaudiofilterhost/AudioFilterBusDescription.h>
 
 namespace zelaudiofilterhost {
 
@@ -11,8 +12,7 @@ namespace zelaudiofilterhost {
 /// allocates.
 class Vst3BusBuffers {
 public:
-    /// One bus for each number of channels.
-    void Set(const std::vector<Steinberg::int32>& channelCounts);
+    void Set(const AudioFilterBusList& buses);
 
     std::size_t GetChannelCount() const { return mChannels.size(); }
     /// All that there is to be told anew with each block: effects may write into what they are given.

@@ -1,7 +1,6 @@
 #include "Vst3Editor.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstdint>
 #include <utility>
 
@@ -24,11 +23,9 @@ using Steinberg::ViewRect;
 using zelcore::geom::Point;
 using zelcore::geom::Rect;
 
-constexpr std::int64_t kMaxExtent = Vst2SizeRequests::kMaxExtent;
+constexpr std::int64_t kMaxExtent = EditorSizeRequests::kMaxExtent;
 /// Enough for a view that finds its way to a size; one that wants another size after that wants one without end.
 constexpr int kMaxSizesInOneGo = 4;
-
-Point SizeOf(const Rect& rect) { return {rect.width, rect.height}; }
 
 Rect BoundRect(const ViewRect& given) {
     Rect rect;
@@ -119,14 +116,10 @@ bool Vst3Editor::DispatchKeyboardFocus(bool) { return TakeFocus(); }
 bool Vst3Editor::DispatchCurrentFocus() { return TakeFocus(); }
 
 void Vst3Editor::SetContentScale(float scale) {
-    constexpr float kSmallest = 0.25f;
-    constexpr float kLargest = 16.0f;
-    if (std::isnan(scale) || scale <= 0.0f) return;
-    const float bounded = std::clamp(scale, kSmallest, kLargest);
-    if (bounded == mScale) return;
+    if (!IsContentScale(scale) || scale == mScale) return;
     const boost::intrusive_ptr<Vst3Editor> alive(this);
-    mScale = bounded;
-    AudioFilterEditor::SetContentScale(bounded);
+    mScale = scale;
+    AudioFilterEditor::SetContentScale(scale);
     if (mState == kClosed || IsShown()) ApplyScale();
     if (mState != kOpen) return;
     UpdateSize();
@@ -164,7 +157,7 @@ void Vst3Editor::BeginOpening() {
     mFrame->GetSizeRequests().Begin([this] { TellSize(); });
     mState = kOpening;
     ForgetSize();
-    mToldSize = SizeOf(mWanted);
+    mToldSize = GetWantedSize();
     Ask(mView, [this](IPlugView& view) { return view.setFrame(mFrame.Get()); });
     ApplyScale();
 }
@@ -232,6 +225,11 @@ Rect Vst3Editor::AskRect() const {
     return result == Steinberg::kResultTrue ? BoundRect(rect) : Rect();
 }
 
+Point Vst3Editor::GetWantedSize() const {
+    const Rect units = ToDisplayUnits(mWanted);
+    return {units.width, units.height};
+}
+
 void Vst3Editor::ForgetSize() { mWanted = mAnswered = AskRect(); }
 
 void Vst3Editor::UpdateSize() {
@@ -264,7 +262,7 @@ void Vst3Editor::TakeSizeFromElsewhere() {
 }
 
 void Vst3Editor::AnnounceSize() {
-    if (mState == kOpen && !(SizeOf(mWanted) == mToldSize)) mFrame->GetSizeRequests().Announce();
+    if (mState == kOpen && !(GetWantedSize() == mToldSize)) mFrame->GetSizeRequests().Announce();
 }
 
 void Vst3Editor::TellSize() {
@@ -274,8 +272,8 @@ void Vst3Editor::TellSize() {
     // The plug-in may have run the event loop, and somebody may have closed this meanwhile.
     if (mState != kOpen) return;
     UpdateSize();
-    if (mState != kOpen || SizeOf(mWanted) == mToldSize) return;
-    mToldSize = SizeOf(mWanted);
+    if (mState != kOpen || GetWantedSize() == mToldSize) return;
+    mToldSize = GetWantedSize();
     const Marker marker(mIsTelling);
     GetContentSizeChangedSignal()();
 }

@@ -57,6 +57,7 @@ private:
     bool TakeFocus();
     bool PassKey(int osCode, int modifiers, unsigned short character, bool down) const;
     zelcore::geom::Rect AskRect() const;
+    zelcore::geom::Point GetWantedSize() const;
     void ForgetSize();
     void UpdateSize();
     void GiveSizes();
@@ -76,7 +77,7 @@ private:
     std::optional<Steinberg::ViewRect> mAskedSize;  ///< what the view is to be given next
     zelcore::geom::Rect mAnswered;                  ///< what the view said last
     zelcore::geom::Rect mWanted;
-    zelcore::geom::Point mToldSize;  ///< width and height that everybody knows
+    zelcore::geom::Point mToldSize;  ///< width and height that everybody knows, in display units
 };
 
 }  // namespace zelaudiofilterhost

@@ -2,7 +2,7 @@
 
 #include <pluginterfaces/gui/iplugview.h>
 
-#include "Vst2SizeRequests.h"
+#include "EditorSizeRequests.h"
 #include "Vst3Object.h"
 #include "Vst3RunLoop.h"
 
@@ -20,7 +20,7 @@ public:
     explicit Vst3PlugFrame(Vst3Editor& editor);
 
     /// Sizes asked for on other threads. The editor begins.
-    Vst2SizeRequests& GetSizeRequests() { return mSizeRequests; }
+    EditorSizeRequests& GetSizeRequests() { return mSizeRequests; }
     /// From here on nothing reaches the editor. Main thread.
     void Leave();
     /// Lets go of what is left in the run loop. Main thread.
@@ -31,7 +31,7 @@ public:
 
 private:
     Vst3Editor* mEditor;  ///< main thread
-    Vst2SizeRequests mSizeRequests;
+    EditorSizeRequests mSizeRequests;
     Vst3RunLoop mRunLoop;
 };
 

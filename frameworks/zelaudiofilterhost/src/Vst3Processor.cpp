@@ -15,9 +15,6 @@ namespace Vst = Steinberg::Vst;
 
 namespace {
 
-constexpr double kLowestRate = 1.0;
-constexpr double kHighestRate = 10e6;
-constexpr int kMaxFrames = 1 << 20;
 /// 256 MiB: the longest blocks with 64 channels, or 65,536 frames with the most channels.
 constexpr std::size_t kMaxInputSamples = std::size_t(1) << 26;
 /// How many parameters a block can change.
@@ -50,10 +47,14 @@ Vst3Processor::Vst3Processor(Vst::IComponent& component, Vst3ParameterMailbox& t
 
 Vst3Processor::~Vst3Processor() { Stop(); }
 
+void Vst3Processor::AdoptLayout(const zelmediatypes::AudioChannelLayout& layout) {
+    CallPluginQuietly([this, &layout] { mLayout.Ask(mComponent, *mProcessor.Get(), layout); });
+    // Also when it threw: what it did before that counts.
+    CallPluginQuietly([this] { mLayout = Vst3BusLayout::Settle(mComponent, *mProcessor.Get()); });
+}
+
 bool Vst3Processor::Start(double sampleRate, int maximumFrames, int parameterCount) {
     Stop();
-    if (!(sampleRate >= kLowestRate && sampleRate <= kHighestRate)) return false;
-    if (maximumFrames < 1 || maximumFrames > kMaxFrames) return false;
     if (!Reserve(maximumFrames, parameterCount)) return false;
     bool started = false;
     CallPluginQuietly([&] { started = Activate(sampleRate, maximumFrames); });
@@ -94,7 +95,7 @@ bool Vst3Processor::Reserve(int maximumFrames, int parameterCount) {
 }
 
 bool Vst3Processor::Activate(double sampleRate, int maximumFrames) {
-    if (Vst3BusLayout::Settle(mComponent, *mProcessor.Get()) != mLayout) return false;
+    if (!Vst3BusLayout::Settle(mComponent, *mProcessor.Get()).HasSameChannels(mLayout)) return false;
     if (!Setup(sampleRate, maximumFrames)) return false;
     // Each is noted before it is called: an effect that throws on the way has begun.
     mStage = Stage::kBusesOn;

@@ -29,12 +29,15 @@ public:
     Vst3Processor(const Vst3Processor&) = delete;
     Vst3Processor& operator=(const Vst3Processor&) = delete;
 
-    int GetChannelCount(Steinberg::Vst::BusDirection direction) const { return mLayout.CountChannels(direction); }
+    /// The buses that Process takes as they are, whatever the effect has done with its own since.
+    const Vst3BusLayout& GetLayout() const { return mLayout; }
+    /// AudioFilter::AdoptLayout. GetLayout then is what the effect has made of it. While stopped.
+    void AdoptLayout(const zelmediatypes::AudioChannelLayout& layout);
 
-    /// AudioFilter::StartProcessing for an effect of `parameterCount` parameters. An effect that has other buses by now
-    /// than when it was opened is refused, too.
+    /// AudioFilter::StartEffect for an effect of `parameterCount` parameters. An effect that has other numbers of
+    /// channels by now than GetLayout is refused, too.
     bool Start(double sampleRate, int maximumFrames, int parameterCount);
-    /// AudioFilter::StopProcessing.
+    /// AudioFilter::StopEffect.
     void Stop();
     /// AudioFilter::ProcessEffect. Sound thread.
     void Process(const float* const* inputs, float* const* outputs, int frames);

@@ -99,7 +99,9 @@ struct NodeHost::View {
 };
 
 NodeHost::NodeHost(QWidget& surface)
-    : mSurface(surface), mThemeObserver(ui::AddThemeObserver([this] { TellThemeChanged(); })) {}
+    : mSurface(surface),
+      mThemeObserver(ui::AddThemeObserver([this] { TellThemeChanged(); })),
+      mToldScale(GetPixelScale()) {}
 
 void NodeHost::TakeRoot(const NodePtr& root) {
     CheckRoot(root);
@@ -107,10 +109,12 @@ void NodeHost::TakeRoot(const NodePtr& root) {
     // Whoever was told of that may have put it somewhere else.
     CheckRoot(root);
     mRoot = root;
+    mToldScale = GetPixelScale();
     root->SetHost(this);
     root->UI_Show(true);
     mSurface.setFixedSize(GetSize());
     WatchAncestors();
+    WatchScreen();
     Update();
 }
 
@@ -256,7 +260,37 @@ void NodeHost::OnSurfaceChanged() {
     WatchAncestors();
     // At once: what scrolls into view must not be painted without its widgets first.
     Update();
+    OnScreenChanged();
 }
+
+// Scale
+
+void NodeHost::OnScreenChanged() {
+    WatchScreen();
+    CheckScale();
+}
+
+// A screen that changes its scale says only that its size in display units and its resolution are others.
+void NodeHost::WatchScreen() {
+    QScreen* const screen = mSurface.screen();
+    if (screen == mScreen) return;
+    if (mScreen) disconnect(mScreen, nullptr, this, nullptr);
+    mScreen = screen;
+    if (screen == nullptr) return;
+    connect(screen, &QScreen::geometryChanged, this, [this] { CheckScale(); });
+    connect(screen, &QScreen::logicalDotsPerInchChanged, this, [this] { CheckScale(); });
+    connect(screen, &QScreen::physicalDotsPerInchChanged, this, [this] { CheckScale(); });
+}
+
+void NodeHost::CheckScale() {
+    const float scale = GetPixelScale();
+    if (scale == mToldScale) return;
+    mToldScale = scale;
+    const NodePtr root = mRoot;
+    if (root) CallOut("A view whose scale changed", [&root] { root->TellScaleChanged(); });
+}
+
+// What is round the surface
 
 void NodeHost::WatchAncestors() {
     std::vector<QPointer<QWidget>> ancestors;

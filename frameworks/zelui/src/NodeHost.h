@@ -4,6 +4,7 @@
 #include <QObject>
 #include <QPointer>
 #include <QRectF>
+#include <QScreen>
 #include <QWidget>
 #include <vector>
 #include <zelui/UI_Node.h>
@@ -41,6 +42,8 @@ public:
     void OnFrameChanged(const ui::UI_Node& node);
     /// The surface or something round it has moved, was resized, shown or hidden, or has got another parent.
     void OnSurfaceChanged();
+    /// The surface's screen, or the scale of it, may be another one.
+    void OnScreenChanged();
 
     /// Makes the widget of a node although it may be out of view, and returns it; null for a node that has none.
     QWidget* RealizeNow(ui::UI_Node& node);
@@ -70,12 +73,16 @@ private:
     void Create(ui::UI_Node& node, QWidget& parent, QWidget* above);
     static bool CanBeReleased(ui::UI_Node& node);
     bool GiveFocusToHost(bool forward);
+    void WatchScreen();
+    void CheckScale();
     void TellThemeChanged();
 
     QWidget& mSurface;
     NodePtr mRoot;
     const int mThemeObserver;
     std::vector<QPointer<QWidget>> mWatched;
+    QPointer<QScreen> mScreen;  ///< whose changes are listened to
+    float mToldScale;
     bool mUpdating = false;
     bool mUpdateScheduled = false;
     bool mLeavingFocus = false;

@@ -81,6 +81,12 @@ bool NodeWidget::event(QEvent* event) {
         case QEvent::ParentChange:
             mHost->OnSurfaceChanged();
             break;
+        case QEvent::ScreenChangeInternal:
+#if QT_VERSION >= QT_VERSION_CHECK(6, 6, 0)
+        case QEvent::DevicePixelRatioChange:
+#endif
+            mHost->OnScreenChanged();
+            break;
         default:
             break;
     }

@@ -321,6 +321,12 @@ void UI_Node::TellPlaceChanged() {
     ForEachChild([](UI_Node& child) { child.TellPlaceChanged(); });
 }
 
+void UI_Node::TellScaleChanged() {
+    const boost::intrusive_ptr<UI_Node> self = Hold(*this);
+    UI_NodeChanged(kNodeScaleChanged);
+    ForEachChild([](UI_Node& child) { child.TellScaleChanged(); });
+}
+
 // Peers
 
 std::unique_ptr<UI_Node::Peer> UI_Node::UI_MakePeer() { return nullptr; }

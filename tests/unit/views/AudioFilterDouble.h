@@ -54,18 +54,33 @@ public:
         return Has(index) ? zelcore::utility::UTF8to16(std::to_string(GetParameterValue(index)) + "!") : ustring();
     }
 
-    int GetEffectChannelCount(Direction) const override { return 2; }
-    bool StartProcessing(double, int) override { return true; }
-    void StopProcessing() override {}
+    void GetBusConfiguration(zelaudiofilterhost::AudioFilterBusList& inputs,
+                             zelaudiofilterhost::AudioFilterBusList& outputs) const override {
+        inputs = mInputs;
+        outputs = mOutputs;
+    }
+    /// Stereo in and out, until they are set.
+    void SetBuses(const zelaudiofilterhost::AudioFilterBusList& inputs,
+                  const zelaudiofilterhost::AudioFilterBusList& outputs) {
+        mInputs = inputs;
+        mOutputs = outputs;
+    }
     void ProcessEffect(const float* const*, float* const*, int) override {}
 
 protected:
     ~AudioFilterDouble() override { --GetLiveCount(); }
+    bool StartEffect(double, int) override { return true; }
+    void StopEffect() override {}
 
 private:
+    static zelaudiofilterhost::AudioFilterBusList MakeStereo() {
+        return {zelaudiofilterhost::AudioFilterBusDescription(ustring(), zelmediatypes::MakeChannelLayoutForCount(2))};
+    }
     bool Has(int index) const { return index >= 0 && static_cast<std::size_t>(index) < mParameters.size(); }
 
     std::vector<Parameter> mParameters;
+    zelaudiofilterhost::AudioFilterBusList mInputs = MakeStereo();
+    zelaudiofilterhost::AudioFilterBusList mOutputs = MakeStereo();
     std::vector<std::string> mCalls;
 };
 

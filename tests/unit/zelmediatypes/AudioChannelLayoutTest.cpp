@@ -35,12 +35,13 @@ TEST(AudioChannelLayoutTest, UsualCountsHaveTheirLayout) {
 }
 
 TEST(AudioChannelLayoutTest, SurroundChannelsComeInTheirOrder) {
-    EXPECT_EQ(MakeChannelLayoutForName("5.1"), MakeChannelLayout({kChannelLeft, kChannelRight, kChannelCenter, kChannelLFE,
-                                                             kChannelLeftSurround, kChannelRightSurround}));
+    EXPECT_EQ(MakeChannelLayoutForName("5.1"),
+              MakeChannelLayout({kChannelLeft, kChannelRight, kChannelCenter, kChannelLFE, kChannelLeftSurround,
+                                 kChannelRightSurround}));
     EXPECT_EQ(MakeChannelLayoutForName("7.1.4"),
               MakeChannelLayout({kChannelLeft, kChannelRight, kChannelCenter, kChannelLFE, kChannelLeftSurround,
-                             kChannelRightSurround, kChannelLeftRear, kChannelRightRear, kChannelLeftTopFront,
-                             kChannelRightTopFront, kChannelLeftTopRear, kChannelRightTopRear}));
+                                 kChannelRightSurround, kChannelLeftRear, kChannelRightRear, kChannelLeftTopFront,
+                                 kChannelRightTopFront, kChannelLeftTopRear, kChannelRightTopRear}));
 }
 
 TEST(AudioChannelLayoutTest, OtherCountsAreDiscrete) {
@@ -79,7 +80,8 @@ TEST(AudioChannelLayoutTest, EveryNameIsOfferedAndKnown) {
 }
 
 TEST(AudioChannelLayoutTest, LabelsInAnUnusualOrderHaveNoLayoutName) {
-    EXPECT_EQ(GetChannelLayoutDisplayName(MakeChannelLayout({kChannelRight, kChannelLeft})), AsciiToUTF16("2 channels"));
+    EXPECT_EQ(GetChannelLayoutDisplayName(MakeChannelLayout({kChannelRight, kChannelLeft})),
+              AsciiToUTF16("2 channels"));
 }
 
 TEST(AudioChannelLayoutTest, FirstOfEqualLabelsIsFound) {

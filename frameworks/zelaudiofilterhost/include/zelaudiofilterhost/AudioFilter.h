@@ -145,7 +145,7 @@ protected:
     ~AudioFilter() override;
 
     /// What StartProcessing and StopProcessing do with the effect itself. Numbers are in range, and StopEffect is
-    /// called before the filter is asked to start again. An override's destructor ends with StopProcessing.
+    /// called before the filter is asked to start again. A derived class's destructor calls StopProcessing first.
     virtual bool StartEffect(double sampleRate, int maximumFrames) = 0;
     virtual void StopEffect() = 0;
     /// Asks the effect to give its main buses these channels; it may refuse. Not while it is started. Does nothing
@@ -153,7 +153,12 @@ protected:
     virtual void AdoptLayout(const zelmediatypes::AudioChannelLayout& layout);
 
 private:
-    std::unique_ptr<ChannelRouting> mRouting;
+    void SyncEffectChannels() const;
+
+    const std::unique_ptr<ChannelRouting> mRouting;
+    bool mIsStarted;
+    double mSampleRate;  ///< of the last start
+    int mMaximumFrames;
 };
 
 }  // namespace zelaudiofilterhost

@@ -25,8 +25,8 @@ public:
     /// 0 to 16384, whatever the plug-in claims; both 0 when it has no size to tell.
     virtual zelcore::geom::Rect GetViewRect() = 0;
     /// Opens the editor in the window `parent`, which exists and may not be visible yet. False when the plug-in does
-    /// not open it; nothing is open then. Opening an open editor closes it first. A null `parent` is refused before
-    /// anything happens.
+    /// not open it, or when it was closed in the middle of that; nothing is open then. Opening an open editor closes it
+    /// first. A null `parent` is refused before anything happens.
     virtual bool OpenView(HWND parent) = 0;
     /// Closes the editor, before its parent window goes. Harmless when it is not open.
     virtual void CloseView() = 0;
@@ -42,15 +42,16 @@ public:
     /// Gives the keyboard focus to the part of the editor that had it last; false as above.
     virtual bool DispatchCurrentFocus() = 0;
     /// How many pixels a display unit of the host has on the editor's screen (1, 1.25, 2), before the editor is opened
-    /// and whenever it changes; 1 until then. What is no number, or not from 0.1 to 16, is ignored. Overrides call
-    /// this.
+    /// and whenever it changes; 1 until then. What is no number, or not from 0.1 to 16, is ignored. An open editor
+    /// whose size in display units is another one then tells that by GetContentSizeChangedSignal, as any change of its
+    /// size. Overrides call this.
     virtual void SetContentScale(float scale);
     /// A key pressed (`down`) or released while the focus is on the editor's place and not in its window. `osCode` is
     /// the key in the numbering of the Windows virtual keys, `modifiers` the sum of 1 for Shift, 2 for Control and 4
     /// for Alt, `character` what it types, 0 for nothing. True when the plug-in used it.
     virtual bool DoKey(int osCode, int modifiers, unsigned short character, bool down) = 0;
 
-    /// Fired once for each real change of the size that the editor wants.
+    /// Fired once for each real change of the size that the editor wants, in display units.
     ContentSizeChangedSignal& GetContentSizeChangedSignal() { return mContentSizeChangedSignal; }
     /// Fired when the keyboard focus is to go on out of the editor: forward (true) or backward.
     AdvanceFocusSignal& GetAdvanceFocusSignal() { return mAdvanceFocusSignal; }
@@ -60,6 +61,8 @@ protected:
     ~AudioFilterEditor() override;
 
     float GetContentScale() const { return mContentScale; }
+    /// Whether SetContentScale takes it.
+    static bool IsContentScale(float scale);
     /// A rectangle of the plug-in's, in pixels, as GetViewRect answers it.
     zelcore::geom::Rect ToDisplayUnits(const zelcore::geom::Rect& pixels) const;
 

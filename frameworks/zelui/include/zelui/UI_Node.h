@@ -34,7 +34,9 @@ enum NodeChange {
     kNodeFrameChanged = 0,  ///< its frame was set to another one
     kNodeShownChanged = 1,  ///< it was shown or hidden
     kNodeStateChanged = 2,  ///< it became disabled or enabled, by itself or with an ancestor
-    kNodePlaceChanged = 3   ///< it, or an ancestor, came into a window or left it
+    kNodePlaceChanged = 3,  ///< it, or an ancestor, came into a window or left it
+    kNodeScaleChanged = 4  ///< UI_GetPixelScale answers something else: its window came to a screen with another scale,
+                           ///< or the screen's scale changed. Not told when it comes into a window or leaves it
 };
 
 /// A part of what a window shows. The node is the truth: its frame, whether it is shown, disabled or has the focus are
@@ -160,6 +162,7 @@ private:
     void SetHost(NodeHost* host);
     void TellPlaceChanged();
     void TellStateChanged();
+    void TellScaleChanged();
     void PassFocusOn();
     void LeavePlace();
     void DropPeers();

@@ -1,4 +1,4 @@
-#include "Vst2SizeRequests.h"
+#include "EditorSizeRequests.h"
 
 #include <zelcore/Threads.h>
 
@@ -8,28 +8,28 @@ namespace {
 
 constexpr std::uint32_t kWidthUnit = 1 << 16;
 
-bool IsExtent(std::intptr_t value) { return value > 0 && value <= Vst2SizeRequests::kMaxExtent; }
+bool IsExtent(std::intptr_t value) { return value > 0 && value <= EditorSizeRequests::kMaxExtent; }
 
 }  // namespace
 
-Vst2SizeRequests::Vst2SizeRequests() : mMailbox(std::make_shared<Mailbox>()) {}
+EditorSizeRequests::EditorSizeRequests() : mMailbox(std::make_shared<Mailbox>()) {}
 
-Vst2SizeRequests::~Vst2SizeRequests() { End(); }
+EditorSizeRequests::~EditorSizeRequests() { End(); }
 
-void Vst2SizeRequests::Begin(const boost::function<void()>& onNews) {
+void EditorSizeRequests::Begin(const boost::function<void()>& onNews) {
     End();
     mMailbox->onNews = onNews;
     mMailbox->isPosted = false;
     mMailbox->isOpen = true;
 }
 
-void Vst2SizeRequests::End() {
+void EditorSizeRequests::End() {
     mMailbox->isOpen = false;
     mMailbox->size = 0;
     mMailbox->onNews.clear();
 }
 
-void Vst2SizeRequests::Announce() {
+void EditorSizeRequests::Announce() {
     if (mMailbox->isPosted.exchange(true)) return;
     zelcore::threads::AsyncCallFromMainThread([mailbox = mMailbox] {
         // It may end, or begin anew, what it is called for.
@@ -38,15 +38,15 @@ void Vst2SizeRequests::Announce() {
     });
 }
 
-void Vst2SizeRequests::Rearm() { mMailbox->isPosted = false; }
+void EditorSizeRequests::Rearm() { mMailbox->isPosted = false; }
 
-std::optional<zelcore::geom::Point> Vst2SizeRequests::Take() {
+std::optional<zelcore::geom::Point> EditorSizeRequests::Take() {
     const std::uint32_t size = mMailbox->size.exchange(0);
     if (size == 0) return {};
     return zelcore::geom::Point{static_cast<long>(size / kWidthUnit), static_cast<long>(size % kWidthUnit)};
 }
 
-bool Vst2SizeRequests::Request(std::intptr_t width, std::intptr_t height) noexcept {
+bool EditorSizeRequests::Request(std::intptr_t width, std::intptr_t height) noexcept {
     if (!mMailbox->isOpen || !IsExtent(width) || !IsExtent(height)) return false;
     mMailbox->size = static_cast<std::uint32_t>(width) * kWidthUnit + static_cast<std::uint32_t>(height);
     try {

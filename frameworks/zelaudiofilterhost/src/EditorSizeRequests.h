@@ -10,17 +10,17 @@
 
 namespace zelaudiofilterhost {
 
-/// The window sizes that an effect asks for, on their way from whatever thread to its editor on the main thread. The
+/// The window sizes that a plug-in asks for, on their way from whatever thread to its editor on the main thread. The
 /// last one counts. Main thread, but for Request.
-class Vst2SizeRequests {
+class EditorSizeRequests {
 public:
     /// The largest width and height that is taken.
     static constexpr int kMaxExtent = 16384;
 
-    Vst2SizeRequests();
-    ~Vst2SizeRequests();
-    Vst2SizeRequests(const Vst2SizeRequests&) = delete;
-    Vst2SizeRequests& operator=(const Vst2SizeRequests&) = delete;
+    EditorSizeRequests();
+    ~EditorSizeRequests();
+    EditorSizeRequests(const EditorSizeRequests&) = delete;
+    EditorSizeRequests& operator=(const EditorSizeRequests&) = delete;
 
     /// From now on requests are taken, until End. `onNews` is called from the main loop after a request or Announce:
     /// once, and not again before the next Rearm, however much is asked for meanwhile.

@@ -23,5 +23,23 @@ int ReplaceInString(ustring& text, const ustring& token, const ustring& replacem
     return count;
 }
 
+ustring FillPlaceholders(const ustring& text, std::initializer_list<ustring> values) {
+    ustring filled;
+    std::size_t done = 0;
+    while (done < text.size()) {
+        const std::size_t next = done + 1;
+        const std::size_t place = text[done] == '@' && next < text.size() && text[next] >= '0'
+                                      ? std::size_t(text[next] - '0')
+                                      : ustring::npos;
+        if (place <= 9 && place < values.size()) {
+            filled.append(values.begin()[place]);
+            done += 2;
+        } else {
+            filled.push_back(text[done++]);
+        }
+    }
+    return filled;
+}
+
 }  // namespace utility
 }  // namespace zelcore

@@ -55,10 +55,8 @@ std::size_t ReadChannelCount(std::string_view text) {
 }
 
 zelcore::ustring LocalizeWithNumber(std::string_view keyAndDefault, std::size_t number) {
-    zelcore::ustring text = zelcore::config::Localize(keyAndDefault);
-    zelcore::utility::ReplaceInString(text, zelcore::utility::AsciiToUTF16("@0"),
-                                      zelcore::utility::AsciiToUTF16(std::to_string(number)));
-    return text;
+    return zelcore::utility::FillPlaceholders(zelcore::config::Localize(keyAndDefault),
+                                              {zelcore::utility::AsciiToUTF16(std::to_string(number))});
 }
 
 }  // namespace

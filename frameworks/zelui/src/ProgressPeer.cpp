@@ -10,7 +10,6 @@
 
 #include <zelcore/Localizer.h>
 #include <zelcore/StringUtils.h>
-#include <zelcore/Utf.h>
 #include <zelui/QtBridge.h>
 
 #include "ElidedLabel.h"
@@ -28,12 +27,10 @@ const int kMinimumCharacters = 60;
 
 QString FormatNumbers(unsigned long current, unsigned long total) {
     const QLocale locale;
-    zelcore::ustring text = zelcore::config::Localize("$$$/zelui/ProgressNumbers=@0 of @1");
-    zelcore::utility::ReplaceInString(text, zelcore::utility::AsciiToUTF16("@0"),
-                                      qt::FromQString(locale.toString(static_cast<qulonglong>(current))));
-    zelcore::utility::ReplaceInString(text, zelcore::utility::AsciiToUTF16("@1"),
-                                      qt::FromQString(locale.toString(static_cast<qulonglong>(total))));
-    return qt::ToQString(text);
+    return qt::ToQString(
+        zelcore::utility::FillPlaceholders(zelcore::config::Localize("$$$/zelui/ProgressNumbers=@0 of @1"),
+                                           {qt::FromQString(locale.toString(static_cast<qulonglong>(current))),
+                                            qt::FromQString(locale.toString(static_cast<qulonglong>(total)))}));
 }
 
 }  // namespace

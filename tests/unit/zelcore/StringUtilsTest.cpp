@@ -56,3 +56,21 @@ TEST(StringUtilsTest, ArgumentsMayBeTheTextItself) {
     EXPECT_EQ(ReplaceInString(text, text, text), 1);
     EXPECT_EQ(text, AsciiToUTF16("abc"));
 }
+
+TEST(StringUtilsTest, PlaceholdersAreFilledWhereverTheyStand) {
+    const ustring one = AsciiToUTF16("one");
+    const ustring two = AsciiToUTF16("two");
+    EXPECT_EQ(FillPlaceholders(AsciiToUTF16("@1 (@0), @1"), {one, two}), AsciiToUTF16("two (one), two"));
+    EXPECT_EQ(FillPlaceholders(AsciiToUTF16("@0"), {one}), one);
+    EXPECT_EQ(FillPlaceholders(ustring(), {one}), ustring());
+}
+
+TEST(StringUtilsTest, AValueThatReadsLikeAPlaceholderStaysWhatItIs) {
+    const ustring one = AsciiToUTF16("@1@0");
+    const ustring two = AsciiToUTF16("two");
+    EXPECT_EQ(FillPlaceholders(AsciiToUTF16("@0 @1"), {one, two}), AsciiToUTF16("@1@0 two"));
+}
+
+TEST(StringUtilsTest, APlaceholderWithoutAValueStays) {
+    EXPECT_EQ(FillPlaceholders(AsciiToUTF16("@ @0 @1 @: @@0 @"), {AsciiToUTF16("x")}), AsciiToUTF16("@ x @1 @: @x @"));
+}

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <boost/function.hpp>
 #include <zelcore/PlatformHandles.h>
 #include <zelcore/ustring.h>
 
@@ -8,6 +9,23 @@
 namespace zelui {
 namespace dialogs {
 namespace messagebox {
+
+/// The buttons of a box; combined by "or". The numbers are the toolkit's own and do not change.
+enum Button { kNoButton = 0, kOKButton = 1, kCancelButton = 2, kYesButton = 16, kNoAnswerButton = 64 };
+
+/// What a box is about.
+enum Icon { kIconNote = 0, kIconError = 1, kIconCaution = 2 };
+
+/// Called with the button that was pressed, before the box returns.
+typedef boost::function<void(Button)> ButtonHandler;
+
+/// A modal box with these buttons over the window `parent` (null: over the application). Returns the one that was
+/// pressed; Escape and closing the window are Cancel, or No, or else the only one. `defaultButton` is the one that
+/// Return presses. `handler` may be empty; the last two are for boxes with a check box, which there are none of: 0.
+/// Main thread.
+ZELUI_API Button Messagebox(const drawbot::SupplierInterface* supplier, const zelcore::ustring& title,
+                            const zelcore::ustring& message, int buttons, Button defaultButton, Icon icon, HWND parent,
+                            const ButtonHandler& handler, int checkBoxText, int checkBoxValue);
 
 /// Modal boxes with one OK button over the window `parent` (null: over the application); they return when the user has
 /// dismissed them. `supplier` as in every dialog. Main thread.

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <zelui/UI_TextEdit.h>
+
+namespace zelui {
+namespace controls {
+
+/// A text field with a button in it that empties it, shown while there is something to empty. Emptying it with the
+/// button is a whole gesture.
+class ZELUI_API UI_ClearButtonTextEdit : public UI_TextEdit {
+public:
+    UI_ClearButtonTextEdit();
+
+    /// What the field itself does after a change: it shows or hides the button. Whoever takes its notifications over by
+    /// NotifyWhenChanged or NotifyWhenChangedInteractively calls the one of these that belongs to it first.
+    virtual void EditTextChanged(UI_ControlChangedMessage* message);
+    virtual void EditTextChangedInteractively(UI_InteractiveControlChangedMessage* message);
+
+protected:
+    ~UI_ClearButtonTextEdit() override;
+};
+
+/// A field for words to search for: a clear-button field that looks like one.
+class ZELUI_API UI_SearchBox : public UI_ClearButtonTextEdit {
+public:
+    UI_SearchBox();
+
+protected:
+    ~UI_SearchBox() override;
+};
+
+}  // namespace controls
+}  // namespace zelui

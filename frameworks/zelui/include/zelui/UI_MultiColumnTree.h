@@ -1,0 +1,143 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include <zelui/UI_Container.h>
+#include <zelui/UI_ControlView.h>
+#include <zelui/UI_MultiColumnTreeRow.h>
+#include <zelui/UI_SubView.h>
+
+namespace zelui {
+namespace controls {
+
+class UI_MultiColumnTreeHeaderRow;
+
+/// A list in columns: rows that are drawn by whoever fills the list, with a header to sort by where one is made, and
+/// controls in single cells where they are wanted. A row costs no widget; controls in cells exist while their row can
+/// be seen, because whoever wants them makes them when the list says that a row has become visible. Ten thousand rows
+/// are scrolled, sorted and replaced in milliseconds.
+///
+/// Columns are known by their index, from 0, and, where a header is made, by the id that the header gave them. All
+/// sizes are display units; cells are rectangles in the tree's local coordinates.
+///
+/// Keyboard: arrows, Page Up and Down, Home and End move the row; Left and Right the cell, where cells can be selected.
+/// Space, and Return in a cell with a control, use the first control of the selected cell, or of the row when that cell
+/// has none. Tab goes on to the next cell of the row that has a control, and beyond the last one out of the list.
+/// Screen readers are told the texts of SetCellTextFunction.
+///
+/// Main thread. Callbacks may let go of the tree, and change its rows.
+class ZELUI_API UI_MultiColumnTree : public UI_ControlView, public ui::UI_Container {
+public:
+    typedef boost::intrusive_ptr<UI_MultiColumnTreeRow> RowPtr;
+    typedef std::vector<RowPtr> Rows;
+
+    /// Draws the cell of a row in column `index`. `isHighlighted`: the row, or this cell, is selected.
+    typedef boost::function<void(drawbot::Drawbot& drawbot, const RowPtr& row, int index,
+                                 const zelcore::geom::RectF& cell, bool isHighlighted)>
+        DrawCellOfRowCallback;
+    typedef boost::function<void(const RowPtr& row)> RowVisibilityChangedCallback;
+    typedef boost::function<void()> SelectionChangedCallback;
+    /// What a column is sorted by, for one row.
+    typedef boost::function<zelcore::ustring(const RowPtr& row, int index)> CellSortDataFunction;
+    typedef boost::function<zelcore::ustring(const RowPtr& row, int index)> CellTextFunction;
+
+    UI_MultiColumnTree();
+
+    // What the list can do; set before it is filled
+
+    /// Whether rows can have rows below them. There are none so far: true is the same as false.
+    void SetAllowChildren(bool allow);
+    /// Whether a frame shows that the list has the keyboard focus. The selected row shows it always.
+    void SetIndicateFocus(bool indicate);
+    /// Whether it may be that no row is selected. Without it a click always leaves one.
+    void SetSupportNoneSelected(bool support);
+    /// Whether a click below the last row selects none.
+    void SetSupportDeselectAllOnEmptyTreeClick(bool support);
+    void SetSupportMultipleSelections(bool support);
+    /// Whether typing selects the next row whose first text begins with what is typed.
+    void SetSupportNonArrowKeysToSelectRow(bool support);
+    /// Whether people can select rows, and single cells in them. Rows: true, cells: false unless set.
+    void SetSupportUserSelectableRows(bool support);
+    void SetSupportUserSelectableCells(bool support);
+    /// For a tree without a header: 1 unless set, at most kMaxColumns. A header counts its columns itself.
+    void SetNumberOfColumns(int count);
+    void SetColumnWidth(int index, float width);
+    float GetColumnWidth(int index) const;
+    int GetColumnCount() const;
+    static constexpr int kMaxColumns = 64;
+
+    void SetDrawCellOfRowCallback(const DrawCellOfRowCallback& callback);
+    /// Called for each row that comes into view or leaves it, by scrolling, sorting, resizing or because the list is
+    /// shown or hidden; soon after it happened, from the main loop, or at once by IsRowVisible's and SyncVisibility's
+    /// callers. A row that is removed while it is visible leaves it before it goes.
+    void SetRowVisibilityChangedCallback(const RowVisibilityChangedCallback& callback);
+    void SetRowsSelectionChangedCallback(const SelectionChangedCallback& callback);
+    void SetCellSelectionChangedCallback(const SelectionChangedCallback& callback);
+    void SetCellSortDataFunction(const CellSortDataFunction& function);
+    /// The texts of cells for screen readers, for tool tips over what is cut off, and for typing ahead. Without it the
+    /// cells are blank to them.
+    void SetCellTextFunction(const CellTextFunction& function);
+
+    // Rows
+
+    /// Adds a row at its end, unsorted. `isLast` false says that more follow at once, so that the list is laid out and
+    /// shown only once. A row is in one tree at a time.
+    void AppendRow(const RowPtr& row, bool isLast = true);
+    /// A new row, appended.
+    RowPtr CreateAndAppendRow(bool isLast = true);
+    /// Takes all rows out, those that are visible leave first.
+    void RemoveAllRows();
+    /// How many there are, and the one at a place of the shown order; null beyond the end.
+    std::size_t GetRowCount() const;
+    RowPtr GetRowAt(std::size_t place) const;
+    /// Sorts by the header's sort column and direction, equal rows stay in their order. Nothing without a header or a
+    /// sort column. Rows that are appended later stand unsorted at the end until the next time. The selection stays
+    /// with its rows. Keys are compared without regard to case, then exactly; digits in them as numbers ("2" is before
+    /// "10").
+    void SortTree();
+    void ScrollToTop();
+    /// Scrolls as little as is needed for the row to be seen in full.
+    void ScrollToRow(const RowPtr& row);
+    float GetRowHeight() const;
+    bool IsRowVisible(const RowPtr& row) const;
+    /// Has visibility changes that are still to be told told now.
+    void SyncVisibility();
+
+    // Selection
+
+    bool IsAnyRowSelected() const;
+    /// In the order in which they are shown.
+    Rows GetSelectedRows() const;
+    void SelectRow(const RowPtr& row);
+    void DeselectAll();
+    /// Index of the selected cell of the only selected row; -1 when there is none.
+    int GetSelectedCellOfSelectedRow() const;
+
+    /// Null without one.
+    boost::intrusive_ptr<UI_MultiColumnTreeHeaderRow> GetHeaderRow() const;
+    /// The part in which the rows are shown, inside the frame and below the header; a node for its frame.
+    boost::intrusive_ptr<ui::UI_SubView> GetContentView() const;
+
+    using UI_ControlView::UI_AsContainer;
+    ui::UI_Container* UI_AsContainer() override;
+    bool UI_DoKeyboardEvent(const ui::KeyboardEvent& event) override;
+
+protected:
+    ~UI_MultiColumnTree() override;
+    ui::UI_Node& UI_GetContainerNode() override;
+    std::unique_ptr<Peer> UI_MakePeer() override;
+    void UI_SizeChanged(const zelcore::geom::RectF& frame) override;
+
+private:
+    friend class UI_MultiColumnTreeHeaderRow;
+    friend class UI_MultiColumnTreeRow;
+    class TreePeer;
+    class Impl;
+    const std::unique_ptr<Impl> mImpl;
+};
+
+}  // namespace controls
+}  // namespace zelui

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include <boost/function.hpp>
+#include <boost/intrusive_ptr.hpp>
+#include <zelcore/RefCountedObject.h>
+#include <zelcore/ustring.h>
+
+#include <zelui/Export.h>
+
+namespace zelui {
+namespace controls {
+
+class UI_MultiColumnTree;
+
+/// The header of a tree: the columns with their titles and widths, and which of them the rows are sorted by. People
+/// drag the borders between titles, double-click one for the width that fits, and click a title to sort by it: upwards
+/// first, the other way round the next time. By keyboard: Control and a digit sorts by that column.
+class ZELUI_API UI_MultiColumnTreeHeaderRow : public zelcore::utility::RefCountedObject {
+public:
+    typedef std::uint32_t ColumnID;
+    typedef boost::function<float(int index)> ColumnBestFitWidthCallback;
+
+    /// The header of that tree from now on, without columns. The tree holds it and outlives it.
+    explicit UI_MultiColumnTreeHeaderRow(UI_MultiColumnTree& tree);
+
+    /// `id` is above 0 and none that is there already (throws std::invalid_argument otherwise); at most
+    /// UI_MultiColumnTree::kMaxColumns.
+    void AppendColumn(const zelcore::ustring& title, ColumnID id);
+    /// The id of the column at `index`; 0 when there is none.
+    ColumnID GetColumnAt(int index) const;
+    /// -1 when there is none.
+    int GetIndexOf(ColumnID id) const;
+    int GetColumnCount() const;
+    /// In display units, whole and at least 10; 0 for a column that is not there.
+    void SetColumnWidth(ColumnID id, float width);
+    float GetColumnWidth(ColumnID id) const;
+
+    /// The column that rows are sorted by; 0 for none. Setting it, or the direction, sorts nothing yet: see
+    /// UI_MultiColumnTree::SortTree. One that is not there counts as none.
+    void SetSortColumn(ColumnID id);
+    ColumnID GetSortColumn() const;
+    void SetSortDirection(bool ascending);
+    bool IsSortDirectionAscending() const;
+
+    /// Asked for the width of the column at `index` that everything in it fits into, when its border is double-clicked.
+    void SetColumnBestFitWidthCallback(const ColumnBestFitWidthCallback& callback);
+
+protected:
+    ~UI_MultiColumnTreeHeaderRow() override;
+
+private:
+    friend class UI_MultiColumnTree;
+    struct Column {
+        ColumnID id;
+        zelcore::ustring title;
+        float width;
+    };
+
+    UI_MultiColumnTree* mTree;  ///< null once the tree has gone
+    std::vector<Column> mColumns;
+    ColumnID mSortColumn;
+    bool mAscending;
+    ColumnBestFitWidthCallback mBestFitWidth;
+};
+
+}  // namespace controls
+}  // namespace zelui

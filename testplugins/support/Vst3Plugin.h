@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <array>
 #include <atomic>
+#include <bit>
 #include <cstring>
 #include <initializer_list>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -37,6 +39,8 @@ struct Vst3Bus {
     int32 channels;
     const char* name;
     bool auxiliary = false;
+    /// What it says of its speakers. Nothing: the lowest of that many.
+    std::optional<Vst::SpeakerArrangement> arrangement = {};
 };
 
 struct Vst3Facts {
@@ -221,11 +225,10 @@ public:
     }
     tresult PLUGIN_API getBusArrangement(Vst::BusDirection direction, int32 index,
                                          Vst::SpeakerArrangement& arrangement) override {
-        Vst::BusInfo info = {};
-        if (getBusInfo(Vst::kAudio, direction, index, info) != kResultOk) return kInvalidArgument;
-        // The lowest speakers of that many channels: mono is its own one, stereo is left and right.
-        arrangement = info.channelCount == 1 ? Vst::SpeakerArrangement(1) << 19
-                                             : (Vst::SpeakerArrangement(1) << info.channelCount) - 1;
+        const std::vector<Vst3Bus> buses = BusesOf(direction);
+        if (index < 0 || static_cast<std::size_t>(index) >= buses.size()) return kInvalidArgument;
+        const Vst3Bus& bus = buses[static_cast<std::size_t>(index)];
+        arrangement = bus.arrangement ? *bus.arrangement : LowestSpeakers(bus.channels);
         return kResultOk;
     }
     tresult PLUGIN_API canProcessSampleSize(int32 size) override {
@@ -264,11 +267,31 @@ protected:
         return buses;
     }
 
+    /// Gives a bus that is there other speakers.
+    void Arrange(Vst::BusDirection direction, int32 index, Vst::SpeakerArrangement arrangement) {
+        for (Vst3Bus& bus : mFacts.buses) {
+            if (bus.direction != direction || index-- != 0) continue;
+            bus.arrangement = arrangement;
+            bus.channels = std::popcount(arrangement);
+        }
+    }
+    Vst::SpeakerArrangement ArrangementOf(Vst::BusDirection direction, int32 index) {
+        Vst::SpeakerArrangement arrangement = 0;
+        getBusArrangement(direction, index, arrangement);
+        return arrangement;
+    }
+
     Vst3Facts mFacts;
     Vst3Values mValues;
     double mSampleRate = 48000.0;
 
 private:
+    /// Mono is its own one, stereo is left and right; none for more than there are.
+    static Vst::SpeakerArrangement LowestSpeakers(int32 count) {
+        if (count == 1) return Vst::SpeakerArrangement(1) << 19;
+        return count < 64 ? (Vst::SpeakerArrangement(1) << count) - 1 : 0;
+    }
+
     /// The last value of each queue counts for the whole block.
     void TakeChanges(Vst::IParameterChanges* changes) {
         const int32 count = changes == nullptr ? 0 : changes->getParameterCount();

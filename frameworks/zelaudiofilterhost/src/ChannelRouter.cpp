@@ -1,8 +1,8 @@
 #include "ChannelRouter.h"
 
 #include <algorithm>
-#include <memory>
 #include <new>
+#include <utility>
 
 namespace zelaudiofilterhost {
 
@@ -16,17 +16,18 @@ constexpr std::size_t kMaxSamples = std::size_t(1) << 26;
 ChannelRouter::ChannelRouter() : mMaximumFrames(0) {}
 
 void ChannelRouter::SetMaps(const ChannelMap& inputs, const ChannelMap& outputs, std::size_t mainTargets) {
-    auto routes = std::make_unique<Routes>();
-    routes->targets.resize(mainTargets);
+    Routes routes;
+    routes.targets.resize(mainTargets);
+    routes.effectOutputs = outputs.size();
     const auto isMain = [mainTargets](int target) {
         return target >= 0 && static_cast<std::size_t>(target) < mainTargets;
     };
     for (const auto& [channel, target] : inputs) {
-        routes->effectInputs.push_back(target);
-        if (isMain(target)) routes->targets[static_cast<std::size_t>(target)].feedsEffect = true;
+        routes.effectInputs.push_back(target);
+        if (isMain(target)) routes.targets[static_cast<std::size_t>(target)].feedsEffect = true;
     }
     for (const auto& [channel, target] : outputs) {
-        if (isMain(target)) routes->targets[static_cast<std::size_t>(target)].sources.push_back(channel);
+        if (isMain(target)) routes.targets[static_cast<std::size_t>(target)].sources.push_back(channel);
     }
     mRoutes.Publish(std::move(routes));
 }
@@ -59,7 +60,8 @@ void ChannelRouter::Free() {
 void ChannelRouter::Process(AudioFilter& filter, const float* const* inputs, float* const* outputs, int frames) {
     if (frames <= 0) return;
     const Routes& routes = mRoutes.Take();
-    const bool runs = frames <= mMaximumFrames && routes.effectInputs.size() == mEffectInputs.size();
+    const bool runs = frames <= mMaximumFrames && routes.effectInputs.size() == mEffectInputs.size() &&
+                      routes.effectOutputs == mEffectOutputs.size();
     if (runs) RunEffect(filter, routes, inputs, frames);
     static const Target kUntouched;
     for (std::size_t i = 0; i < routes.targets.size(); ++i) {

@@ -33,6 +33,7 @@ private:
     };
     struct Routes {
         std::vector<int> effectInputs;  ///< the target channel that each reads, or kNotConnected
+        std::size_t effectOutputs = 0;
         std::vector<Target> targets;
     };
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <atomic>
-#include <memory>
+#include <utility>
 
 namespace zelaudiofilterhost {
 
@@ -10,36 +10,52 @@ namespace zelaudiofilterhost {
 template <typename T>
 class SoundThreadValue {
 public:
-    SoundThreadValue() : mPending(nullptr), mRetired(nullptr), mCurrent(std::make_unique<T>()) {}
+    SoundThreadValue() : mPending(nullptr), mRetired(nullptr), mCurrent(new Holder{T(), nullptr}) {}
     ~SoundThreadValue() {
         delete mPending.load();
-        delete mRetired.load();
+        delete mCurrent;
+        FreeRetired();
     }
     SoundThreadValue(const SoundThreadValue&) = delete;
     SoundThreadValue& operator=(const SoundThreadValue&) = delete;
 
     /// Main thread. The next Take has the value.
-    void Publish(std::unique_ptr<T> value) {
-        // In this order: as long as nothing is pending nothing is retired either, so that there is room for what the
-        // new value will replace.
-        delete mPending.exchange(nullptr);
-        delete mRetired.exchange(nullptr);
-        mPending.store(value.release());
+    void Publish(T value) {
+        Holder* const next = new Holder{std::move(value), nullptr};
+        delete mPending.exchange(next);
+        FreeRetired();
     }
 
     /// Sound thread. The newest value; good until the next Take.
     const T& Take() {
-        if (T* const next = mPending.exchange(nullptr)) {
-            mRetired.store(mCurrent.release());
-            mCurrent.reset(next);
+        if (Holder* const next = mPending.exchange(nullptr)) {
+            Retire(mCurrent);
+            mCurrent = next;
         }
-        return *mCurrent;
+        return mCurrent->value;
     }
 
 private:
-    std::atomic<T*> mPending;  ///< replaced by the main thread, taken by the sound thread
-    std::atomic<T*> mRetired;  ///< left by the sound thread for the main thread to free
-    std::unique_ptr<T> mCurrent;
+    struct Holder {
+        T value;
+        Holder* nextRetired;
+    };
+
+    void Retire(Holder* holder) {
+        holder->nextRetired = mRetired.load();
+        // The main thread only ever takes the whole chain: at most one more turn.
+        while (!mRetired.compare_exchange_weak(holder->nextRetired, holder)) {
+        }
+    }
+
+    void FreeRetired() {
+        for (Holder* holder = mRetired.exchange(nullptr); holder != nullptr;)
+            delete std::exchange(holder, holder->nextRetired);
+    }
+
+    std::atomic<Holder*> mPending;  ///< replaced by the main thread, taken by the sound thread
+    std::atomic<Holder*> mRetired;  ///< left by the sound thread for the main thread to free
+    Holder* mCurrent;               ///< the sound thread's
 };
 
 }  // namespace zelaudiofilterhost

@@ -69,11 +69,11 @@ AudioChannelLayout AskForGroup(const Vst2Instance& instance, vst2::EffectOperati
     // Far longer than the book says, because effects do not read it.
     std::array<char, 4096> buffer = {};
     vst2::PinProperties pin;
-    CallPluginQuietly([&] {
-        if (instance.Dispatch(operation, index, 0, buffer.data()) == 0) buffer.fill(0);
-    });
+    bool answered = false;
+    CallPluginQuietly([&] { answered = instance.Dispatch(operation, index, 0, buffer.data()) != 0; });
     std::memcpy(&pin, buffer.data(), sizeof(pin));
-    return (pin.flags & vst2::kPinNamesSpeakers) != 0 ? GetArrangement(pin.arrangement) : AudioChannelLayout();
+    if (!answered || (pin.flags & vst2::kPinNamesSpeakers) == 0) return {};
+    return GetArrangement(pin.arrangement);
 }
 
 bool NamesAPlaceTwice(const AudioChannelLayout& layout) {

@@ -212,6 +212,28 @@ TEST_F(Vst2EditorTest, SizesAreInUnitsOfTheHostWhateverItsScale) {
     EXPECT_EQ(mEditor->GetViewRect(), (Rect{0, 0, 215, 143}));
 }
 
+TEST_F(Vst2EditorTest, AScaleThatChangesTheSizeInUnitsOfAnOpenEditorIsToldOnce) {
+    LoadOpen("zel_editor");
+    mEditor->SetContentScale(2.0f);
+    EXPECT_EQ(mSizeChanges, 0) << "never within a call";
+    for (int i = 0; i < 3; ++i) {
+        mLoop.RunPending();
+        EXPECT_EQ(mSizeChanges, 1);
+        mEditor->Idle();
+    }
+    EXPECT_EQ(mEditor->GetViewRect(), (Rect{0, 0, 150, 100}));
+    mEditor->SetContentScale(2.0f);
+    Set("Size", 1.0f);
+    mEditor->SetContentScale(4.0f);
+    mLoop.RunPending();
+    EXPECT_EQ(mEditor->GetViewRect(), (Rect{0, 0, 150, 100}));
+    EXPECT_EQ(mSizeChanges, 1) << "twice the pixels on twice the scale are of the same size";
+    mEditor->CloseView();
+    mEditor->SetContentScale(1.0f);
+    mLoop.RunPending();
+    EXPECT_EQ(mSizeChanges, 1);
+}
+
 TEST_F(Vst2EditorTest, TheRectangleMakesSenseWhateverThePluginSays) {
     Load("zel_editor_odd");
     const std::vector<Rect> expected = {{0, 0, 120, 90},  {0, 0, 0, 0}, {100, 50, 0, 0}, {-32768, -32768, 16384, 16384},

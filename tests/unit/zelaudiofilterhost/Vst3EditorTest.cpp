@@ -494,10 +494,35 @@ TEST_F(Vst3EditorTest, SizesAreInUnitsOfTheHostWhateverItsScale) {
 
 TEST_F(Vst3EditorTest, AScaleThatMakesNoSenseIsNotTold) {
     LoadOpen("ZelEditor3");
-    for (const float scale : {0.0f, -1.0f, std::numeric_limits<float>::quiet_NaN()}) mEditor->SetContentScale(scale);
+    for (const float scale :
+         {0.0f, -1.0f, 0.09f, 16.5f, std::numeric_limits<float>::quiet_NaN(), std::numeric_limits<float>::infinity()}) {
+        mEditor->SetContentScale(scale);
+    }
     EXPECT_EQ(Calls(), "");
-    mEditor->SetContentScale(std::numeric_limits<float>::infinity());
-    EXPECT_EQ(Calls(), "scale.1600");
+    EXPECT_EQ(mEditor->GetViewRect(), (Rect{0, 0, 300, 200}));
+    for (const float scale : {0.1f, 16.0f}) mEditor->SetContentScale(scale);
+    EXPECT_EQ(Calls(), "scale.10 scale.1600");
+}
+
+TEST_F(Vst3EditorTest, AScaleThatChangesTheSizeInUnitsOfAnOpenEditorIsToldOnce) {
+    LoadOpen("ZelEditor3");
+    mEditor->SetContentScale(2.0f);
+    EXPECT_EQ(mSizeChanges, 0) << "never within a call";
+    for (int i = 0; i < 3; ++i) {
+        mLoop.RunPending();
+        EXPECT_EQ(mSizeChanges, 1);
+        mEditor->Idle();
+    }
+    EXPECT_EQ(mEditor->GetViewRect(), (Rect{0, 0, 150, 100}));
+    Set("Size", 1.0f);
+    mEditor->SetContentScale(4.0f);
+    mLoop.RunPending();
+    EXPECT_EQ(mEditor->GetViewRect(), (Rect{0, 0, 150, 100}));
+    EXPECT_EQ(mSizeChanges, 1) << "twice the pixels on twice the scale are of the same size";
+    mEditor->CloseView();
+    mEditor->SetContentScale(1.0f);
+    mLoop.RunPending();
+    EXPECT_EQ(mSizeChanges, 1);
 }
 
 TEST_F(Vst3EditorTest, TheThemeHasNoWayIntoThePlugin) {

@@ -1,5 +1,8 @@
 #include "CommandLine.h"
 
+#include "Arguments.h"
+#include "ChannelLayoutName.h"
+
 namespace tessaly {
 
 const char* CommandLine::GetUsage() {
@@ -13,49 +16,55 @@ const char* CommandLine::GetUsage() {
            "      instead of the scanner process, --json prints the catalogue for programs.\n"
            "  list [--json]\n"
            "      Print the catalogue: what works, what does not and why, and what is banned.\n"
-           "  edit [--generic] [--component NAME] [--theme light|dark|system] [--screenshot FILE] PLUG-IN\n"
-           "      Open a plug-in's editor in a window, or with --generic one of its parameters alone. PLUG-IN is a "
-           "path, "
-           "or the\n"
-           "      name or the component ID of one in the catalogue; --component says which effect of a file with "
-           "several.\n"
+           "  edit [--generic | --channel-map] [--component NAME] [--track LAYOUT] [--side-chain LAYOUT]\n"
+           "       [--theme light|dark|system] [--screenshot FILE] PLUG-IN\n"
+           "      Open a plug-in's editor in a window, or with --generic one of its parameters alone, or with "
+           "--channel-map one\n"
+           "      of how the track's channels go through it. PLUG-IN is a path, or the name or the component ID of one "
+           "in the\n"
+           "      catalogue; --component says which effect of a file with several. --track and --side-chain say what "
+           "channels\n"
+           "      it has to do with: mono, stereo, 5.1, 7.1.4, ..., or a number; stereo and none for --channel-map.\n"
            "      --screenshot writes a picture of the window and ends.\n"
+           "  render IN OUT --effect PLUG-IN [--component NAME] [--map in=LIST] [--map out=LIST] [--set PARAM=VALUE]\n"
+           "       [--effect ...] [--track LAYOUT] [--side-chain FILE] [--block FRAMES] [--tail SECONDS]\n"
+           "      Play an audio file through one effect or several, one after the other, into a new file: .wav (32-bit "
+           "float),\n"
+           "      .flac and .aiff (24 bits), .ogg. OUT appears when it is complete and not before. What stands behind "
+           "an\n"
+           "      --effect is for that one:\n"
+           "        --map   for each of its input or output channels in order the track's channel from 1, or - for "
+           "none; those\n"
+           "                of the side-chain follow the track's: --map in=2,1,3\n"
+           "        --set   a parameter by its number from 1 or its name, and its value from 0 to 1\n"
+           "      --track says what IN's channels are for (else what is usual for their number), --side-chain is a "
+           "second file\n"
+           "      that the effects listen to, --block is how much they get at once (512), --tail how much silence they "
+           "get\n"
+           "      behind the sound (0). Delays of effects are not compensated. Samples that are no finite numbers are "
+           "written\n"
+           "      as silence.\n"
            "\n"
-           "Exit codes: 0 done, 1 failed, 2 wrong usage, 3 the scan did not get to every plug-in.\n";
+           "Exit codes: 0 done, 1 failed, 2 wrong usage, 3 the scan did not get to every plug-in, or the render was "
+           "cancelled.\n";
 }
 
 namespace {
-
-/// The arguments after the command, one after the other.
-class Arguments {
-public:
-    explicit Arguments(const std::vector<std::string>& arguments) : mArguments(arguments), mNext(1) {}
-
-    bool AtEnd() const { return mNext == mArguments.size(); }
-    std::string Take() { return mArguments[mNext++]; }
-    std::string TakeValueOf(const std::string& option) {
-        if (AtEnd()) throw CommandLine::Error("a value is missing after '" + option + "'");
-        return Take();
-    }
-
-private:
-    const std::vector<std::string>& mArguments;
-    std::size_t mNext;
-};
 
 CommandLine::Command ParseCommand(const std::string& command) {
     if (command == "--help" || command == "-h" || command == "help") return CommandLine::kHelp;
     if (command == "scan") return CommandLine::kScan;
     if (command == "list") return CommandLine::kList;
     if (command == "edit") return CommandLine::kEdit;
-    throw CommandLine::Error("unknown command '" + command + "'");
+    if (command == "render") return CommandLine::kRender;
+    throw UsageError("unknown command '" + command + "'");
 }
 
 CommandLine::Theme ParseTheme(const std::string& theme) {
     if (theme == "system") return CommandLine::kSystem;
     if (theme == "light") return CommandLine::kLight;
     if (theme == "dark") return CommandLine::kDark;
-    throw CommandLine::Error("unknown theme '" + theme + "'");
+    throw UsageError("unknown theme '" + theme + "'");
 }
 
 bool ParseScanOption(CommandLine& line, const std::string& option) {
@@ -73,6 +82,12 @@ bool ParseScanOption(CommandLine& line, const std::string& option) {
 bool ParseEditOption(CommandLine& line, const std::string& option, Arguments& arguments) {
     if (option == "--generic")
         line.generic = true;
+    else if (option == "--channel-map")
+        line.channelMap = true;
+    else if (option == "--track")
+        line.track = ChannelLayoutName::Parse(arguments.TakeValueOf(option));
+    else if (option == "--side-chain")
+        line.sideChain = ChannelLayoutName::Parse(arguments.TakeValueOf(option));
     else if (option == "--component")
         line.component = arguments.TakeValueOf(option);
     else if (option == "--theme")
@@ -93,6 +108,8 @@ bool ParseOption(CommandLine& line, const std::string& option, Arguments& argume
             return line.json;
         case CommandLine::kEdit:
             return ParseEditOption(line, option, arguments);
+        case CommandLine::kRender:
+            return line.render.ParseOption(option, arguments);
         case CommandLine::kHelp:
             break;
     }
@@ -105,6 +122,7 @@ bool ParsePlainArgument(CommandLine& line, const std::string& argument) {
         line.folders.push_back(argument);
         return true;
     }
+    if (line.command == CommandLine::kRender) return line.render.ParsePlainArgument(argument);
     if (line.command != CommandLine::kEdit || !line.plugin.empty()) return false;
     line.plugin = argument;
     return true;
@@ -113,7 +131,7 @@ bool ParsePlainArgument(CommandLine& line, const std::string& argument) {
 }  // namespace
 
 CommandLine CommandLine::Parse(const std::vector<std::string>& words) {
-    if (words.empty()) throw Error("a command is missing");
+    if (words.empty()) throw UsageError("a command is missing");
     CommandLine line;
     line.command = ParseCommand(words.front());
     if (line.command == kHelp) return line;
@@ -125,11 +143,14 @@ CommandLine CommandLine::Parse(const std::vector<std::string>& words) {
         if (option && argument == "--")
             optionsEnded = true;
         else if (option && !ParseOption(line, argument, arguments))
-            throw Error("unknown option '" + argument + "'");
+            throw UsageError("unknown option '" + argument + "'");
         else if (!option && !ParsePlainArgument(line, argument))
-            throw Error("unexpected argument '" + argument + "'");
+            throw UsageError("unexpected argument '" + argument + "'");
     }
-    if (line.command == kEdit && line.plugin.empty()) throw Error("say which plug-in to edit");
+    if (line.command == kEdit && line.plugin.empty()) throw UsageError("say which plug-in to edit");
+    if (line.command == kEdit && line.generic && line.channelMap)
+        throw UsageError("--generic and --channel-map are two windows; choose one");
+    if (line.command == kRender) line.render.CheckComplete();
     return line;
 }
 

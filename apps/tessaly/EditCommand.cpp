@@ -3,34 +3,30 @@
 #include <iostream>
 #include <QApplication>
 #include <QPixmap>
-#include <stdexcept>
 
-#include <zelaudiofilterhost/AudioFilterDescriptorManager.h>
-#include <zelaudiofilterhost/PluginDescription.h>
+#include <zelaudiofilterhost/AudioFilter.h>
+#include <zelmediatypes/AudioChannelLayout.h>
 #include <zelui/Application.h>
 #include <zelui/Theme.h>
 
 #include "EditorWindow.h"
 #include "PluginFinder.h"
-#include "TerminalText.h"
+#include "SideChainBus.h"
 
 namespace tessaly {
 
 using zelaudiofilterhost::AudioFilter;
-using zelaudiofilterhost::AudioFilterDescriptorManager;
 using zelui::ui::Theme;
 
 namespace {
 
 boost::intrusive_ptr<AudioFilter> LoadFilter(const CommandLine& line) {
-    const PluginFinder::DescriptorPtr descriptor = PluginFinder::Find(line.plugin, line.component);
-    // One that was given by its path need not be in the catalogue, and has the same right to a view.
-    AudioFilterDescriptorManager::GetInstance().AddDescriptor(descriptor);
-    try {
-        return descriptor->CreateFilter();
-    } catch (const zelaudiofilterhost::PluginLoadError& error) {
-        throw std::runtime_error(TerminalText::FromText(descriptor->GetComponent().name) + " " + error.what());
-    }
+    const boost::intrusive_ptr<AudioFilter> filter = PluginFinder::Load(line.plugin, line.component);
+    if (!line.channelMap && line.track.empty() && line.sideChain.empty()) return filter;
+    const zelmediatypes::AudioChannelLayout track =
+        line.track.empty() ? zelmediatypes::MakeChannelLayoutForCount(2) : line.track;
+    filter->SetTargetFormat(track, SideChainBus::Make(line.sideChain));
+    return filter;
 }
 
 }  // namespace
@@ -44,7 +40,10 @@ int EditCommand::Run(zelui::Application& application) {
     }
     ChooseTheme();
     EditorWindow window(LoadFilter(mLine));
-    window.Open(mLine.generic);
+    if (mLine.channelMap)
+        window.OpenChannelMap();
+    else
+        window.Open(mLine.generic);
     if (!mLine.screenshot.empty()) return WriteScreenshot(window);
     QObject::connect(qApp, &QGuiApplication::lastWindowClosed, qApp, [&application] { application.Quit(kExitDone); });
     return application.Run();

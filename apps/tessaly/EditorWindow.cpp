@@ -10,14 +10,19 @@
 #include <QVBoxLayout>
 
 #include <boost/bind/bind.hpp>
+#include <zelaudiofilterhostui/AudioFilterChannelMapEditorView.h>
 #include <zelaudiofilterhostui/AudioFilterViewFactory.h>
 #include <zelaudiofilterhostui/GenericAudioFilterEditorView.h>
 #include <zelcore/Localizer.h>
+#include <zelcore/StringUtils.h>
+#include <zelcore/Utf.h>
 #include <zelui/Application.h>
 #include <zelui/QtBridge.h>
+#include <zelui/SupplierInterface.h>
 
 namespace tessaly {
 
+using zelaudiofilterhostui::AudioFilterChannelMapEditorView;
 using zelaudiofilterhostui::AudioFilterEditorViewBase;
 using zelaudiofilterhostui::AudioFilterViewFactory;
 using zelaudiofilterhostui::GenericAudioFilterEditorView;
@@ -42,12 +47,24 @@ bool IsOneColour(const QImage& picture) {
     return true;
 }
 
+QString MakeChannelMapTitle(const zelaudiofilterhost::AudioFilter& filter) {
+    return zelui::qt::ToQString(
+        zelcore::utility::FillPlaceholders(Localize("$$$/tessaly/ChannelMapTitle=@0: Channels"), {filter.GetName()}));
+}
+
 }  // namespace
 
-EditorWindow::EditorWindow(const FilterPtr& filter) : mFilter(filter), mLayout(new QVBoxLayout(this)) {
+/// The view as a widget that can be told to pass the focus on: Qt's own order knows nothing of the nodes in it.
+class EditorWindow::Content final : public zelui::qt::NodeWidget {
+public:
+    using NodeWidget::focusNextPrevChild;
+    using NodeWidget::NodeWidget;
+};
+
+EditorWindow::EditorWindow(const FilterPtr& filter)
+    : mFilter(filter), mLayout(new QVBoxLayout(this)), mScrollArea(nullptr), mIsOwnEditor(false) {
     setObjectName(QStringLiteral("EditorWindow"));
-    // A name in which Qt would see its mark of unsaved changes.
-    setWindowTitle(zelui::qt::ToQString(filter->GetName()).replace(QStringLiteral("[*]"), QStringLiteral("[*][*]")));
+    SetTitle(zelui::qt::ToQString(filter->GetName()));
     mLayout->setContentsMargins(0, 0, 0, 0);
     mLayout->setSpacing(0);
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { OnFocusChanged(now); });
@@ -57,6 +74,11 @@ EditorWindow::~EditorWindow() {
     // The focus moves once more when the widgets go, and that is after this.
     disconnect(qApp, nullptr, this, nullptr);
     if (mView) mView->CloseEditor();
+}
+
+void EditorWindow::SetTitle(QString title) {
+    // What Qt would take for its mark of unsaved changes.
+    setWindowTitle(title.replace(QStringLiteral("[*]"), QStringLiteral("[*][*]")));
 }
 
 void EditorWindow::Open(bool generic) {
@@ -70,7 +92,7 @@ void EditorWindow::Open(bool generic) {
 
 QPixmap EditorWindow::TakePicture() {
     QApplication::processEvents();
-    if (!mView) return grab();
+    if (!mIsOwnEditor) return grab();
     // What a plug-in has drawn is on the screen alone.
     QElapsedTimer time;
     time.start();
@@ -87,7 +109,7 @@ QPixmap EditorWindow::TakePicture() {
 bool EditorWindow::OpenOwnEditor() {
     mView = AudioFilterViewFactory::GetInstance().CreateViewForAudioFilter(mFilter);
     if (!mView) return false;
-    QWidget* const content = new zelui::qt::NodeWidget(mView);
+    Content* const content = new Content(mView);
     mLayout->addWidget(content);
     // The window is as large as the editor, whatever size that takes.
     mLayout->setSizeConstraint(QLayout::SetFixedSize);
@@ -102,8 +124,9 @@ bool EditorWindow::OpenOwnEditor() {
         delete content;
         return false;
     }
+    mIsOwnEditor = true;
     mAdvanceConnection = mView->GetAdvanceFocusSignal().connect(
-        boost::bind(&EditorWindow::OnAdvanceFocus, this, boost::placeholders::_1));
+        boost::bind(&Content::focusNextPrevChild, content, boost::placeholders::_1));
     mSizeConnection = mView->GetContentSizeChangedSignal().connect(boost::bind(&EditorWindow::FitOnScreen, this));
     FitOnScreen();
     return true;
@@ -122,8 +145,6 @@ void EditorWindow::OnFocusChanged(QWidget* now) {
         mView->DispatchCurrentFocus();
 }
 
-void EditorWindow::OnAdvanceFocus(bool forward) { focusNextPrevChild(forward); }
-
 // The parameters
 
 void EditorWindow::OpenGenericEditor(const QString& note) {
@@ -136,22 +157,47 @@ void EditorWindow::OpenGenericEditor(const QString& note) {
 }
 
 void EditorWindow::AddScrollArea(QWidget* content) {
-    QScrollArea* const area = new QScrollArea;
-    area->setObjectName(QStringLiteral("EditorScrollArea"));
-    area->setFrameShape(QFrame::NoFrame);
-    area->verticalScrollBar()->setSingleStep(kRowHeight);
-    area->setWidget(content);
-    mLayout->addWidget(area);
+    mScrollArea = new QScrollArea;
+    mScrollArea->setObjectName(QStringLiteral("EditorScrollArea"));
+    mScrollArea->setFrameShape(QFrame::NoFrame);
+    mScrollArea->verticalScrollBar()->setSingleStep(kRowHeight);
+    mScrollArea->setWidget(content);
+    mLayout->addWidget(mScrollArea);
+    FitScrollArea();
+}
 
+void EditorWindow::FitScrollArea() {
+    const QWidget* const content = mScrollArea->widget();
     const QSize available = screen()->availableGeometry().size();
     const int note = mLayout->count() > 1 ? mLayout->itemAt(0)->sizeHint().height() : 0;
     const int height = std::min(content->height(), std::min(kTallest, available.height() * 3 / 4));
-    const int bar = content->height() > height ? area->verticalScrollBar()->sizeHint().width() : 0;
+    const int bar = content->height() > height ? mScrollArea->verticalScrollBar()->sizeHint().width() : 0;
     const int width = content->width() + bar;
     setMinimumSize(std::min(width, available.width()), std::min(height, kRowHeight * 3) + note);
     // Wider or taller than all of it would only show emptiness.
     setMaximumSize(width, content->height() + note);
     resize(width, height + note);
+}
+
+// The routing
+
+void EditorWindow::OpenChannelMap() {
+    mView = AudioFilterChannelMapEditorView::Create(mFilter, zelui::drawbot::SupplierInterface::GetDefault());
+    SetTitle(MakeChannelMapTitle(*mFilter));
+    Content* const content = new Content(mView);
+    const bool scrolls = mView->CanScrollContent();
+    if (scrolls) {
+        AddScrollArea(content);
+    } else {
+        mLayout->addWidget(content);
+        if (!mView->CanResizeContent()) mLayout->setSizeConstraint(QLayout::SetFixedSize);
+    }
+    show();
+    mView->OpenEditor();
+    mAdvanceConnection = mView->GetAdvanceFocusSignal().connect(
+        boost::bind(&Content::focusNextPrevChild, content, boost::placeholders::_1));
+    mSizeConnection = mView->GetContentSizeChangedSignal().connect(
+        boost::bind(scrolls ? &EditorWindow::FitScrollArea : &EditorWindow::FitOnScreen, this));
 }
 
 void EditorWindow::AddNote(const QString& text) {

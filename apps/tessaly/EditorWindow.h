@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QPixmap>
+#include <QString>
 #include <QWidget>
 
 #include <boost/intrusive_ptr.hpp>
@@ -8,6 +9,7 @@
 #include <zelaudiofilterhostui/AudioFilterEditorViewBase.h>
 #include <zelcore/Signals.h>
 
+class QScrollArea;
 class QVBoxLayout;
 
 namespace tessaly {
@@ -24,22 +26,29 @@ public:
     /// Shows the window with the plug-in's own editor in it, or with the parameters: when `generic` says so, when the
     /// plug-in has no editor, and when its editor does not open.
     void Open(bool generic);
+    /// Shows the window with the routing of the track's channels through the filter.
+    void OpenChannelMap();
 
     /// What the window shows, once it shows something: plug-ins draw when they like, some only after seconds.
     QPixmap TakePicture();
 
 private:
+    class Content;
+
+    void SetTitle(QString title);
     bool OpenOwnEditor();
     void OpenGenericEditor(const QString& note);
     void AddScrollArea(QWidget* content);
+    void FitScrollArea();
     void AddNote(const QString& text);
-    void OnAdvanceFocus(bool forward);
     void OnFocusChanged(QWidget* now);
     void FitOnScreen();
 
     FilterPtr mFilter;
     boost::intrusive_ptr<zelaudiofilterhostui::AudioFilterEditorViewBase> mView;
     QVBoxLayout* mLayout;
+    QScrollArea* mScrollArea;  ///< null where nothing is scrolled
+    bool mIsOwnEditor;         ///< the plug-in's own one is open
     boost::signals::scoped_connection mAdvanceConnection;
     boost::signals::scoped_connection mSizeConnection;
 };

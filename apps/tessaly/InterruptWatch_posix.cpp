@@ -5,7 +5,6 @@
 #include <fcntl.h>
 #include <unistd.h>
 #include <zelcore/MainLoop.h>
-#include <zelui/Application.h>
 
 namespace tessaly {
 
@@ -21,17 +20,19 @@ extern "C" void OnSignal(int number) {
     std::signal(number, SIG_DFL);
 }
 
-void OnReadable() {
+void DrainPipe() {
     char bytes[16];
     [[maybe_unused]] const ssize_t ignored = read(gPipe[0], bytes, sizeof bytes);
-    zelui::Application::CancelActiveDialog();
 }
 
 }  // namespace
 
-InterruptWatch::InterruptWatch() {
+InterruptWatch::InterruptWatch(const boost::function<void()>& onInterrupt) {
     if (pipe2(gPipe, O_CLOEXEC | O_NONBLOCK) != 0) return;
-    gWatch = zelcore::threads::MainLoop::GetInstalled()->WatchFileDescriptor(gPipe[0], &OnReadable);
+    gWatch = zelcore::threads::MainLoop::GetInstalled()->WatchFileDescriptor(gPipe[0], [onInterrupt] {
+        DrainPipe();
+        onInterrupt();
+    });
     std::signal(SIGINT, OnSignal);
     std::signal(SIGTERM, OnSignal);
 }

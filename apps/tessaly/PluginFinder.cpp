@@ -5,6 +5,7 @@
 #include <stdexcept>
 #include <vector>
 
+#include <zelaudiofilterhost/AudioFilterDescriptorManager.h>
 #include <zelaudiofilterhost/PluginDescription.h>
 #include <zelaudiofilterhost/PluginModuleInfoManager.h>
 #include <zelcore/Utf.h>
@@ -22,12 +23,6 @@ namespace {
 typedef std::vector<PluginFinder::DescriptorPtr> Descriptors;
 
 constexpr std::size_t kListed = 10;
-
-std::string FoldCase(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-    return text;
-}
 
 std::string GetName(const AudioFilterDescriptor& descriptor) {
     return TerminalText::FromText(descriptor.GetComponent().name);
@@ -48,11 +43,12 @@ bool Keep(Descriptors& descriptors, Matches matches) {
 
 /// Leaves those that are meant by `text`: by ID, else by name, else by a part of the name. False when none is.
 bool KeepMeant(Descriptors& descriptors, const std::string& text) {
-    const std::string wanted = FoldCase(text);
+    const std::string wanted = TerminalText::FoldCase(text);
     return Keep(descriptors, [&](const auto& descriptor) { return GetId(*descriptor) == text; }) ||
-           Keep(descriptors, [&](const auto& descriptor) { return FoldCase(GetName(*descriptor)) == wanted; }) ||
+           Keep(descriptors,
+                [&](const auto& descriptor) { return TerminalText::FoldCase(GetName(*descriptor)) == wanted; }) ||
            Keep(descriptors, [&](const auto& descriptor) {
-               return FoldCase(GetName(*descriptor)).find(wanted) != std::string::npos;
+               return TerminalText::FoldCase(GetName(*descriptor)).find(wanted) != std::string::npos;
            });
 }
 
@@ -78,8 +74,9 @@ Descriptors ReadCatalogue() {
 
 Descriptors ReadFile(const std::filesystem::path& path) {
     const std::filesystem::path full = std::filesystem::canonical(path);
-    const auto technology = FoldCase(full.extension().string()) == ".vst3" ? zelaudiofilterhost::kTechnologyVST3
-                                                                           : zelaudiofilterhost::kTechnologyVST;
+    const auto technology = TerminalText::FoldCase(full.extension().string()) == ".vst3"
+                                ? zelaudiofilterhost::kTechnologyVST3
+                                : zelaudiofilterhost::kTechnologyVST;
     try {
         return AudioFilterDescriptor::ReadModule(PluginLocator(technology, zelcore::utility::UTF8to16(full.string())));
     } catch (const zelaudiofilterhost::PluginLoadError& error) {
@@ -102,6 +99,18 @@ PluginFinder::DescriptorPtr PluginFinder::Find(const std::string& plugin, const 
     if (found.size() == 1) return found.front();
     throw std::runtime_error("'" + plugin +
                              "' may be one of several; say which with --component or its ID:" + ListNames(found));
+}
+
+boost::intrusive_ptr<zelaudiofilterhost::AudioFilter> PluginFinder::Load(const std::string& plugin,
+                                                                         const std::string& component) {
+    const DescriptorPtr descriptor = Find(plugin, component);
+    // One that was given by its path need not be in the catalogue, and has the same right to a view.
+    zelaudiofilterhost::AudioFilterDescriptorManager::GetInstance().AddDescriptor(descriptor);
+    try {
+        return descriptor->CreateFilter();
+    } catch (const zelaudiofilterhost::PluginLoadError& error) {
+        throw std::runtime_error(TerminalText::MakePrintable(GetName(*descriptor)) + " " + error.what());
+    }
 }
 
 }  // namespace tessaly

@@ -7,7 +7,7 @@
 
 namespace tessaly {
 
-/// Finds the component that a person means. Main thread.
+/// Finds the plug-in that a person means. Main thread.
 class PluginFinder {
 public:
     typedef boost::intrusive_ptr<zelaudiofilterhost::AudioFilterDescriptor> DescriptorPtr;
@@ -17,6 +17,10 @@ public:
     /// `component` (may be empty) chooses one of several by name or ID. Throws std::runtime_error with what is wrong
     /// and what there is to choose from.
     static DescriptorPtr Find(const std::string& plugin, const std::string& component);
+    /// A filter of what Find finds, which has a component descriptor from now on. Throws std::runtime_error also when
+    /// the plug-in cannot be loaded.
+    static boost::intrusive_ptr<zelaudiofilterhost::AudioFilter> Load(const std::string& plugin,
+                                                                      const std::string& component);
 };
 
 }  // namespace tessaly

@@ -55,7 +55,7 @@ int ScanCommand::Run() {
 }
 
 void ScanCommand::Scan(const std::vector<ustring>& folders) const {
-    const InterruptWatch interrupts;
+    const InterruptWatch interrupts([] { zelui::Application::CancelActiveDialog(); });
     const OutputGuard output;
     zelaudiofilterhostui::AudioPluginScan scan(zelui::drawbot::SupplierInterface::GetDefault());
     const PluginModuleInfoManager& catalogue = PluginModuleInfoManager::GetInstance();
@@ -68,7 +68,7 @@ void ScanCommand::Scan(const std::vector<ustring>& folders) const {
 std::vector<ustring> ScanCommand::GetFolders() const {
     std::vector<ustring> folders;
     for (const std::string& folder : mLine.folders) {
-        if (!std::filesystem::is_directory(folder)) throw CommandLine::Error("no such folder: '" + folder + "'");
+        if (!std::filesystem::is_directory(folder)) throw UsageError("no such folder: '" + folder + "'");
         folders.push_back(UTF8to16(std::filesystem::canonical(folder).string()));
     }
     return folders;

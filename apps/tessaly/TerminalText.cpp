@@ -18,6 +18,12 @@ std::string TerminalText::MakePrintable(const std::string& text) {
     return result;
 }
 
+std::string TerminalText::FoldCase(std::string text) {
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+    return text;
+}
+
 std::size_t TerminalText::GetWidth(const std::string& text) {
     return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char c) { return (c & 0xC0) != 0x80; }));
 }

@@ -3,12 +3,14 @@
 #include <string>
 #include <vector>
 
+#include <zelcore/SimpleMainLoop.h>
 #include <zelui/Application.h>
 
 #include "CatalogueReport.h"
 #include "CommandLine.h"
 #include "EditCommand.h"
 #include "Preferences.h"
+#include "RenderCommand.h"
 #include "ScanCommand.h"
 
 using namespace tessaly;
@@ -34,6 +36,12 @@ int Edit(const CommandLine& line, int& argc, char** argv) {
     return EditCommand(line).Run(application);
 }
 
+int Render(const CommandLine& line) {
+    zelcore::threads::SimpleMainLoop loop;
+    Preferences::Load();
+    return RenderCommand(line.render, loop).Run();
+}
+
 int RunCommand(const CommandLine& line, int& argc, char** argv) {
     switch (line.command) {
         case CommandLine::kScan:
@@ -42,6 +50,8 @@ int RunCommand(const CommandLine& line, int& argc, char** argv) {
             return List(line);
         case CommandLine::kEdit:
             return Edit(line, argc, argv);
+        case CommandLine::kRender:
+            return Render(line);
         case CommandLine::kHelp:
             break;
     }
@@ -61,7 +71,7 @@ int main(int argc, char** argv) {
             return kExitFailed;
         }
         return code;
-    } catch (const CommandLine::Error& error) {
+    } catch (const UsageError& error) {
         std::cerr << "tessaly: " << error.what() << "\n\n" << CommandLine::GetUsage();
         return kExitUsage;
     } catch (const std::exception& error) {

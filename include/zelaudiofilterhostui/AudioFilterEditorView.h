@@ -10,7 +10,8 @@ namespace zelaudiofilterhostui {
 /// The editor view of a plug-in: once opened it holds the plug-in's own editor in a platform child window or, for a
 /// plug-in without one, a generic editor, as its only child, and is as large as that. Its size follows the plug-in's.
 /// One view of a filter is open at a time: a second one takes the plug-in's editor away from the first. An editor that
-/// does not open leaves a view without size; the host decides what to show in its place.
+/// does not open leaves a view without size; the host decides what to show in its place. A window that is closed, and
+/// not only hidden, takes the editor along: a host that shows it again opens the editor again.
 class ZELAUDIOFILTERHOSTUI_API AudioFilterEditorView : public AudioFilterEditorViewBase {
 public:
     explicit AudioFilterEditorView(const boost::intrusive_ptr<zelaudiofilterhost::AudioFilter>& filter);

@@ -15,7 +15,7 @@ public:
     AudioFilterHostView();
 
     /// The window to give to a plug-in's editor as its parent; null while the view stands in no window on a display. It
-    /// goes when the view leaves its window: what is open in it must be closed by then.
+    /// goes when the view leaves its window, and when that window is closed: what is open in it must be closed by then.
     HWND GetContentPlatformView() const;
     /// Sets the frame of that window within the view, in display units, until the view's size changes the next time:
     /// then the window takes the frame of the view, its left and top included. A view that does not stand at 0, 0 sets

@@ -124,7 +124,8 @@ protected:
         UI_OSSubViewAdapter::UI_NodeChanged(change);
         SyncPlatformViewSize(*this, change);
         // A host that takes the view away without closing it first: the editor's window is about to go.
-        if (change == zelui::ui::kNodePlaceChanged && !UI_IsInWindow()) DetachEditor();
+        const bool leaves = change == zelui::ui::kNodePlaceChanged && !UI_IsInWindow();
+        if (leaves || change == zelui::ui::kNodeWindowGoing) DetachEditor();
         // The editor tells the size that it then has by itself.
         if (change == zelui::ui::kNodeScaleChanged && mIsOpen) mEditor->SetContentScale(UI_GetPixelScale());
     }

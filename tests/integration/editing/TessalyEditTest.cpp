@@ -18,6 +18,14 @@ namespace {
 
 std::string TestPlugin(const std::string& path) { return std::string(ZEL_TESTPLUGINS_DIR) + "/" + path; }
 
+std::size_t CountColours(const QImage& picture) {
+    std::set<QRgb> colours;
+    for (int x = 0; x < picture.width(); ++x) {
+        for (int y = 0; y < picture.height(); ++y) colours.insert(picture.pixel(x, y));
+    }
+    return colours.size();
+}
+
 }  // namespace
 
 /// `tessaly edit` as a user calls it, without a display.
@@ -72,11 +80,48 @@ TEST_F(TessalyEditTest, ManyParametersScrollInAWindowThatFitsTheScreen) {
 TEST_F(TessalyEditTest, AnEffectWithoutParametersSaysSo) {
     const QImage picture = TakePicture(TestPlugin("vst/good/zel_plain.so"));
     EXPECT_GE(picture.width(), 380);
-    std::set<QRgb> colours;
-    for (int x = 0; x < picture.width(); ++x) {
-        for (int y = 0; y < picture.height(); ++y) colours.insert(picture.pixel(x, y));
+    EXPECT_GT(CountColours(picture), 2u);
+}
+
+TEST_F(TessalyEditTest, TheChannelMapShowsARowForEachChannelOfTheTrackAndItsSideChain) {
+    const std::string plugin = TestPlugin("vst/good/zel_sidechain.so");
+    const QImage stereo = TakePicture(plugin, {"--channel-map"});
+    EXPECT_GT(CountColours(stereo), 2u);
+    const int row = TakePicture(plugin, {"--channel-map", "--track", "3.0"}).height() - stereo.height();
+    EXPECT_GT(row, 10);
+    EXPECT_EQ(TakePicture(plugin, {"--channel-map", "--side-chain", "stereo"}).height(), stereo.height() + 2 * row);
+    EXPECT_EQ(TakePicture(plugin, {"--channel-map", "--track", "stereo"}), stereo);
+}
+
+TEST_F(TessalyEditTest, AChannelMapOfManyChannelsScrollsInAWindowThatFitsTheScreen) {
+    const QImage picture = TakePicture(TestPlugin("vst/good/zel_gain.so"), {"--channel-map", "--track", "64"});
+    EXPECT_LE(picture.height(), 640);
+    EXPECT_GT(CountColours(picture), 2u);
+}
+
+TEST_F(TessalyEditTest, AChannelMapAtTwiceTheScaleHasTwiceThePixelsInBothThemes) {
+    const std::string plugin = TestPlugin("vst3/good/ZelSideChain3.vst3");
+    for (const std::string theme : {"light", "dark"}) {
+        const std::vector<std::string> options = {"--channel-map", "--theme", theme};
+        const QImage picture = TakePicture(plugin, options);
+        EXPECT_EQ(TakePicture(plugin, options, {"QT_SCALE_FACTOR=2"}).size(), picture.size() * 2);
+        EXPECT_EQ(picture.pixelColor(1, 1).lightnessF() > 0.6, theme == "light");
     }
-    EXPECT_GT(colours.size(), 2u);
+}
+
+TEST_F(TessalyEditTest, ATrackIsGivenToTheParametersToo) {
+    const std::string plugin = TestPlugin("vst/good/zel_gain.so");
+    EXPECT_EQ(TakePicture(plugin, {"--generic", "--track", "5.1", "--side-chain", "mono"}).size(), QSize(380, 88));
+}
+
+TEST_F(TessalyEditTest, AnUnknownLayoutIsToldWithThoseThatAreKnown) {
+    for (const std::string option : {"--track", "--side-chain"}) {
+        const std::unique_ptr<Program> program = Run({"edit", "--channel-map", option, "octagonal", "one"});
+        EXPECT_EQ(program->Wait(), 2);
+        EXPECT_THAT(program->GetErrors(),
+                    HasSubstr("no channel layout 'octagonal', but mono, stereo, 3.0, quad, 5.0, 5.1, 6.1, 7.1, 7.1.2, "
+                              "7.1.4, or a number of channels"));
+    }
 }
 
 TEST_F(TessalyEditTest, ANameOfTheCatalogueIsEnough) {
@@ -126,7 +171,10 @@ TEST_F(TessalyEditTest, ArgumentsThatMakeNoSenseAreWrongUsage) {
                                                          {"edit", "one", "two"},
                                                          {"edit", "--theme", "green", "one"},
                                                          {"edit", "--theme"},
-                                                         {"edit", "--json", "one"}};
+                                                         {"edit", "--json", "one"},
+                                                         {"edit", "--track"},
+                                                         {"edit", "--track", "65", "one"},
+                                                         {"edit", "--generic", "--channel-map", "one"}};
     for (const std::vector<std::string>& arguments : wrong) {
         const std::unique_ptr<Program> program = Run(arguments);
         EXPECT_EQ(program->Wait(), 2) << testing::PrintToString(arguments);

@@ -14,7 +14,7 @@
 #include <zelaudiofilterhost/TechnologyType.h>
 #include <zelcore/Signals.h>
 
-#include "CountingMainLoop.h"
+#include "support/windows/CountingMainLoop.h"
 
 namespace zeltests {
 

@@ -5,8 +5,8 @@
 #include <zelui/QtBridge.h>
 
 #include "EditorStage.h"
-#include "Leftovers.h"
 #include "support/PluginLeaks.h"
+#include "support/windows/Leftovers.h"
 
 using namespace zelaudiofilterhost;
 using namespace zeltests;

@@ -6,9 +6,9 @@
 #include <zelui/QtBridge.h>
 
 #include "EditorStage.h"
-#include "Leftovers.h"
 #include "support/InstalledPlugins.h"
 #include "support/PluginLeaks.h"
+#include "support/windows/Leftovers.h"
 
 using namespace zelaudiofilterhost;
 using namespace zeltests;

@@ -4,6 +4,9 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QWindow>
 #include <zelaudiofilterhostui/GenericAudioFilterEditorView.h>
 #include <zelui/QtBridge.h>
 #include <zelui/UI_OSSubViewAdapter.h>
@@ -35,6 +38,11 @@ protected:
     }
     bool ShowsEmbeddedEditor() { return GetContent<zelui::ui::UI_OSSubViewAdapter>() != nullptr; }
     bool ShowsGenericEditor() { return GetContent<GenericAudioFilterEditorView>() != nullptr; }
+    /// As a window manager does, or the user.
+    static void MoveToScreen(QWidget& window, int screen) {
+        window.windowHandle()->setScreen(QGuiApplication::screens().at(screen));
+        QCoreApplication::processEvents();
+    }
     void OpenAndForget() {
         mView->OpenEditor();
         mCalls.clear();
@@ -132,14 +140,6 @@ TEST_F(AudioFilterEditorViewTest, AFilterWithoutAnEditorGetsAGenericOneThatStays
     EXPECT_THAT(mCalls, IsEmpty());
 }
 
-TEST_F(AudioFilterEditorViewTest, AnEditorThatCannotBeMadeLeavesTheViewEmpty) {
-    mFilter->editor = nullptr;
-    mView->OpenEditor();
-    EXPECT_EQ(mView->ChildCount(), 0u);
-    EXPECT_FALSE(mView->UI_WantsKeyboardFocus());
-    mView->CloseEditor();
-}
-
 TEST_F(AudioFilterEditorViewTest, AnEditorThatThrowsWhenOpenedLeavesTheViewAsItWas) {
     mEditor->throwsWhenOpened = true;
     EXPECT_THROW(mView->OpenEditor(), std::runtime_error);
@@ -230,6 +230,128 @@ TEST_F(AudioFilterEditorViewTest, AnEditorWithoutAPlatformWindowHasNoContentAndI
     EXPECT_EQ(mView->UI_GetLocalRectF(), RectF());
     mView->CloseEditor();
     EXPECT_EQ(mEditor->GetContentSizeChangedSignal().num_slots(), 0u);
+}
+
+// Scale
+
+TEST_F(AudioFilterEditorViewTest, AScreenWithAnotherScaleIsToldToTheOpenEditorAndItsNewSizeToTheHostOnce) {
+    const boost::intrusive_ptr<AudioFilterEditorView> view = mView;
+    zelui::qt::NodeWidget window(view);
+    window.show();
+    mEditor->keepsPixels = true;
+    OpenAndForget();
+    ASSERT_EQ(mView->UI_GetLocalRectF(), (RectF{0.0f, 0.0f, 300.0f, 200.0f}));
+    MoveToScreen(window, 1);
+    EXPECT_THAT(mEditor->scales, ElementsAre(2.0f));
+    EXPECT_EQ(std::count(mCalls.begin(), mCalls.end(), "size changed"), 1);
+    EXPECT_EQ(mView->UI_GetLocalRectF(), (RectF{0.0f, 0.0f, 150.0f, 100.0f}));
+    MoveToScreen(window, 0);
+    EXPECT_THAT(mEditor->scales, ElementsAre(2.0f, 1.0f));
+    EXPECT_EQ(std::count(mCalls.begin(), mCalls.end(), "size changed"), 2);
+    EXPECT_EQ(mView->UI_GetLocalRectF(), (RectF{0.0f, 0.0f, 300.0f, 200.0f}));
+    mView->CloseEditor();
+}
+
+TEST_F(AudioFilterEditorViewTest, AnEditorThatKeepsItsSizeOnAnotherScreenTellsNothing) {
+    const boost::intrusive_ptr<AudioFilterEditorView> view = mView;
+    zelui::qt::NodeWidget window(view);
+    window.show();
+    OpenAndForget();
+    MoveToScreen(window, 1);
+    EXPECT_THAT(mEditor->scales, ElementsAre(2.0f));
+    EXPECT_EQ(std::count(mCalls.begin(), mCalls.end(), "size changed"), 0);
+    mView->CloseEditor();
+}
+
+TEST_F(AudioFilterEditorViewTest, AClosedEditorHearsOfTheScreensScaleWhenItIsOpened) {
+    const boost::intrusive_ptr<AudioFilterEditorView> view = mView;
+    zelui::qt::NodeWidget window(view);
+    window.show();
+    OpenAndForget();
+    mView->CloseEditor();
+    MoveToScreen(window, 1);
+    EXPECT_THAT(mEditor->scales, IsEmpty());
+    mView->OpenEditor();
+    EXPECT_EQ(mEditor->scaleWhenOpened, 2.0f);
+    mView->CloseEditor();
+}
+
+// Closed in the middle of being opened
+
+TEST_F(AudioFilterEditorViewTest, AViewThatIsClosedWhileItsEditorOpensIsEmptyAndDeaf) {
+    mEditor->onOpen = [this] { mView->CloseEditor(); };
+    mView->OpenEditor();
+    EXPECT_THAT(mCalls, ElementsAre("open", "close"));
+    EXPECT_EQ(mView->ChildCount(), 0u);
+    EXPECT_FALSE(mView->WantsToDispatchKeyboardFocus());
+    EXPECT_EQ(mEditor->GetContentSizeChangedSignal().num_slots(), 0u);
+    EXPECT_EQ(mEditor->GetAdvanceFocusSignal().num_slots(), 0u);
+    mEditor->onOpen = {};
+    mView->OpenEditor();
+    EXPECT_TRUE(ShowsEmbeddedEditor());
+    EXPECT_TRUE(mEditor->IsOpen());
+}
+
+TEST_F(AudioFilterEditorViewTest, AViewThatIsClosedWhileItAsksForTheSizeIsClosed) {
+    mEditor->onRect = [this] { mView->CloseEditor(); };
+    mView->OpenEditor();
+    EXPECT_THAT(mCalls, ElementsAre("open", "rect", "close"));
+    EXPECT_EQ(mView->ChildCount(), 0u);
+    EXPECT_FALSE(mEditor->IsOpen());
+}
+
+TEST_F(AudioFilterEditorViewTest, AnEditorThatDoesNotKnowThatItWasClosedWhileItOpenedIsClosedAgain) {
+    struct Ignorant : EditorDouble {
+        using EditorDouble::EditorDouble;
+        bool OpenView(HWND window) override {
+            EditorDouble::OpenView(window);
+            return true;
+        }
+    };
+    const boost::intrusive_ptr<Ignorant> editor(new Ignorant(mCalls));
+    mFilter->editor = editor;
+    editor->onOpen = [this] { mView->CloseEditor(); };
+    mView->OpenEditor();
+    EXPECT_THAT(mCalls, ElementsAre("open", "close", "close"));
+    EXPECT_EQ(mView->ChildCount(), 0u);
+}
+
+TEST_F(AudioFilterEditorViewTest, AViewThatIsOpenedWhileItsEditorOpensHoldsItOnce) {
+    mEditor->onOpen = [this] {
+        mEditor->onOpen = {};
+        mView->OpenEditor();
+    };
+    mView->OpenEditor();
+    EXPECT_EQ(mView->ChildCount(), 1u);
+    EXPECT_TRUE(mEditor->IsOpen());
+    EXPECT_EQ(std::count(mCalls.begin(), mCalls.end(), "open"), 2);
+    EXPECT_EQ(std::count(mCalls.begin(), mCalls.end(), "close"), 1);
+}
+
+TEST_F(AudioFilterEditorViewTest, AViewMayBeLetGoOfWhileItsEditorOpens) {
+    mEditor->onOpen = [this] { mView.reset(); };
+    AudioFilterEditorView* const view = mView.get();
+    view->OpenEditor();
+    EXPECT_FALSE(mEditor->IsOpen());
+    EXPECT_EQ(mEditor->GetContentSizeChangedSignal().num_slots(), 0u);
+    EXPECT_EQ(mFilter->GetRefCount(), 1);
+}
+
+TEST_F(AudioFilterEditorViewTest, AFilterThatHasAnEditorButMakesNoneShowsNothingAndIsAskedAgainTheNextTime) {
+    mFilter->editor = nullptr;
+    mView->OpenEditor();
+    EXPECT_EQ(mView->ChildCount(), 0u) << "no generic editor either: the filter has one of its own";
+    EXPECT_EQ(mView->UI_GetLocalRectF(true), RectF());
+    EXPECT_FALSE(mView->CanScrollContent());
+    EXPECT_FALSE(mView->WantsToDispatchKeyboardFocus());
+    EXPECT_FALSE(mView->DispatchKeyboardFocus(true));
+    EXPECT_FALSE(mView->DispatchCurrentFocus());
+    EXPECT_FALSE(mView->UI_WantsKeyboardFocus());
+    EXPECT_THAT(mCalls, IsEmpty());
+    mView->CloseEditor();
+    mFilter->editor = mEditor;
+    mView->OpenEditor();
+    EXPECT_TRUE(ShowsEmbeddedEditor());
 }
 
 // Keyboard

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cmath>
 #include <functional>
 #include <string>
 #include <vector>
@@ -26,7 +27,12 @@ public:
     float scaleWhenOpened = 0.0f;
     HWND parent = nullptr;
     float brightness = -1.0f;
+    bool highContrast = false;
+    std::vector<float> scales = {};  ///< those that it was told, but for the ones that it had already
+    bool keepsPixels = false;
     std::function<void()> onRect = {};
+    std::function<void()> onOpen = {};
+    std::function<void()> onClose = {};
 
     zelcore::geom::Rect GetViewRect() override {
         mCalls.push_back("rect");
@@ -38,14 +44,24 @@ public:
         parent = window;
         scaleWhenOpened = GetContentScale();
         if (throwsWhenOpened) throw std::runtime_error("the editor does not open");
-        return opens;
+        mIsOpen = opens;
+        const int opening = ++mOpenings;
+        if (onOpen) onOpen();
+        return mIsOpen && opening == mOpenings;
     }
-    void CloseView() override { mCalls.push_back("close"); }
+    void CloseView() override {
+        mCalls.push_back("close");
+        mIsOpen = false;
+        ++mOpenings;
+        if (onClose) onClose();
+    }
+    bool IsOpen() const { return mIsOpen; }
     void Idle() override { mCalls.push_back("idle"); }
     bool UsesPlatformView() override { return usesPlatformView; }
-    void SetThemeBrightness(float themeBrightness, bool) override {
+    void SetThemeBrightness(float themeBrightness, bool wantsHighContrast) override {
         mCalls.push_back("theme");
         brightness = themeBrightness;
+        highContrast = wantsHighContrast;
     }
     bool DispatchKeyboardFocus(bool forward) override {
         mCalls.push_back(forward ? "focus forward" : "focus backward");
@@ -56,6 +72,17 @@ public:
         return takesFocus;
     }
     using AudioFilterEditor::GetContentScale;
+    /// One that draws for the scale: it keeps its pixels and changes its size, and tells that as plug-ins' editors do.
+    void SetContentScale(float scale) override {
+        const float before = GetContentScale();
+        AudioFilterEditor::SetContentScale(scale);
+        if (scale == before) return;
+        scales.push_back(scale);
+        if (!keepsPixels) return;
+        rect.width = std::lround(static_cast<float>(rect.width) * before / scale);
+        rect.height = std::lround(static_cast<float>(rect.height) * before / scale);
+        if (mIsOpen) GetContentSizeChangedSignal()();
+    }
     bool DoKey(int osCode, int modifiers, unsigned short character, bool down) override {
         mCalls.push_back((down ? "down " : "up ") + std::to_string(osCode) + " " + std::to_string(modifiers) + " " +
                          std::to_string(character));
@@ -67,6 +94,8 @@ protected:
 
 private:
     std::vector<std::string>& mCalls;
+    bool mIsOpen = false;
+    int mOpenings = 0;
 };
 
 /// A filter with an editor of its own, or with none.

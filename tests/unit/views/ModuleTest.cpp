@@ -41,7 +41,13 @@ TEST_F(ModuleTest, TerminateTwiceIsHarmlessAndAnotherInitializeStartsAfresh) {
     EXPECT_NE(GetModuleResourceManager(), nullptr);
 }
 
-TEST_F(ModuleTest, TerminateWithoutInitializeDoesNothing) {
+TEST_F(ModuleTest, TerminateWithoutInitializeLeavesTheLibraryReadyToBeInitialized) {
+    const HINSTANCE handle = GetModuleInstance();
+    Terminate();
+    EXPECT_EQ(GetModuleInstance(), handle) << "that is the loader's, not ours to take away";
+    EXPECT_EQ(GetModuleResourceManager(), nullptr);
+    EXPECT_TRUE(Initialize());
+    EXPECT_NE(GetModuleResourceManager(), nullptr) << "the Terminate before it counts for nothing";
     Terminate();
     EXPECT_EQ(GetModuleResourceManager(), nullptr);
 }

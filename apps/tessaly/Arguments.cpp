@@ -1,0 +1,18 @@
+#include "Arguments.h"
+
+#include "UsageError.h"
+
+namespace tessaly {
+
+Arguments::Arguments(const std::vector<std::string>& arguments) : mArguments(arguments), mNext(1) {}
+
+bool Arguments::AtEnd() const { return mNext == mArguments.size(); }
+
+std::string Arguments::Take() { return mArguments[mNext++]; }
+
+std::string Arguments::TakeValueOf(const std::string& option) {
+    if (AtEnd()) throw UsageError("a value is missing after '" + option + "'");
+    return Take();
+}
+
+}  // namespace tessaly

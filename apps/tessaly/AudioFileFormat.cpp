@@ -12,16 +12,17 @@ namespace tessaly {
 
 namespace {
 
+constexpr int kWav = SF_FORMAT_WAV | SF_FORMAT_FLOAT;
+constexpr int kLargeWav = SF_FORMAT_RF64 | SF_FORMAT_FLOAT;
 constexpr int kAiff = SF_FORMAT_AIFF | SF_FORMAT_PCM_24;
 constexpr int kFlac = SF_FORMAT_FLAC | SF_FORMAT_PCM_24;
 constexpr int kOgg = SF_FORMAT_OGG | SF_FORMAT_VORBIS;
 
+constexpr int kNoCode = AudioFileFormat::kNoCode;
+
 constexpr AudioFileFormat kFormats[] = {
-    {".wav", SF_FORMAT_WAV | SF_FORMAT_FLOAT, SF_FORMAT_RF64 | SF_FORMAT_FLOAT, false},
-    {".flac", kFlac, kFlac, true},
-    {".aiff", kAiff, kAiff, true},
-    {".aif", kAiff, kAiff, true},
-    {".ogg", kOgg, kOgg, false},
+    {".wav", kWav, kLargeWav, 4, false}, {".flac", kFlac, kFlac, 3, true}, {".aiff", kAiff, kNoCode, 3, true},
+    {".aif", kAiff, kNoCode, 3, true},   {".ogg", kOgg, kOgg, 4, false},
 };
 
 // Below 4 GiB by what a header and a few more chunks take.
@@ -43,6 +44,8 @@ std::string AudioFileFormat::ListExtensions() {
     return list;
 }
 
-int AudioFileFormat::GetCode(std::uint64_t bytes) const { return bytes > kMostBytes ? mLargeCode : mCode; }
+int AudioFileFormat::GetCode(std::uint64_t samples) const {
+    return samples > kMostBytes / mBytesPerSample ? mLargeCode : mCode;
+}
 
 }  // namespace tessaly

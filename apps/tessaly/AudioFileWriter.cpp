@@ -1,5 +1,6 @@
 #include "AudioFileWriter.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <memory>
@@ -15,9 +16,26 @@ namespace tessaly {
 namespace {
 
 constexpr int kMostNames = 1000;
+// As many as the system follows.
+constexpr int kMostLinks = 40;
+// More than the longest packet of any format that is written.
+constexpr std::int64_t kLastFrames = 65536;
 
 AudioFileError CannotWrite(const std::string& path, const std::string& why) {
     return AudioFileError(path, "cannot be written: " + why);
+}
+
+/// Where a path leads, whether something is there or not.
+std::filesystem::path FollowLinks(std::filesystem::path place, std::error_code& error) {
+    for (int i = 0; i < kMostLinks; ++i) {
+        std::error_code none;
+        if (!std::filesystem::is_symlink(place, none)) return std::filesystem::weakly_canonical(place, error);
+        // A target that is absolute replaces what it is put behind.
+        place = place.parent_path() / std::filesystem::read_symlink(place, error);
+        if (error) return place;
+    }
+    error = std::make_error_code(std::errc::too_many_symbolic_link_levels);
+    return place;
 }
 
 /// Opens and closes a file; 0, or the system's reason why not.
@@ -32,13 +50,14 @@ int TryToOpen(const std::filesystem::path& path, const char* mode) {
 
 AudioFileWriter::AudioFileWriter(const std::string& path, const AudioFileFormat& format, int channelCount,
                                  int sampleRate, std::int64_t frames)
-    : mPath(path), mChannelCount(channelCount) {
+    : mPath(path), mChannelCount(channelCount), mFrameCount(0) {
     std::error_code error;
-    mPlace = std::filesystem::weakly_canonical(path, error);
+    mPlace = FollowLinks(path, error);
     if (error) throw CannotWrite(path, error.message());
     CheckPlace();
     CreateBeside();
     try {
+        CopyPermissions();
         Open(format, sampleRate, frames);
     } catch (...) {
         Discard();
@@ -70,17 +89,31 @@ void AudioFileWriter::CreateBeside() {
     throw CannotWrite(mPath, std::generic_category().message(reason));
 }
 
+void AudioFileWriter::CopyPermissions() const {
+    std::error_code error;
+    const std::filesystem::file_status old = std::filesystem::status(mPlace, error);
+    if (old.type() == std::filesystem::file_type::not_found) return;
+    const std::filesystem::perms wanted = old.permissions() & std::filesystem::perms::all;
+    // Some file systems have the same for all files, and refuse every change.
+    if (std::filesystem::status(mBeside, error).permissions() == wanted) return;
+    std::filesystem::permissions(mBeside, wanted, error);
+    if (error) throw CannotWrite(mPath, error.message());
+}
+
 void AudioFileWriter::Open(const AudioFileFormat& format, int sampleRate, std::int64_t frames) {
     SF_INFO info = {};
     info.channels = mChannelCount;
     info.samplerate = sampleRate;
     const auto samples = static_cast<std::uint64_t>(frames) * static_cast<std::uint64_t>(mChannelCount);
-    info.format = format.GetCode(samples * sizeof(float));
-    if (sf_format_check(&info)) mFile.reset(sf_open(mBeside.string().c_str(), SFM_WRITE, &info));
-    if (!mFile) {
-        throw AudioFileError(mPath, "cannot be written: a file of this kind has no " + std::to_string(mChannelCount) +
-                                        " channels at " + std::to_string(sampleRate) + " Hz; one of .wav has");
+    info.format = format.GetCode(samples);
+    if (info.format == AudioFileFormat::kNoCode)
+        throw CannotWrite(mPath, "a file of this kind has less than 4 GiB; one of .wav may have more");
+    if (!sf_format_check(&info)) {
+        throw CannotWrite(mPath, "a file of this kind has no " + std::to_string(mChannelCount) + " channels at " +
+                                     std::to_string(sampleRate) + " Hz; one of .wav has");
     }
+    mFile.reset(sf_open(mBeside.string().c_str(), SFM_WRITE, &info));
+    if (!mFile) throw CannotWrite(mPath, sf_strerror(nullptr));
     // Integers wrap round otherwise, from loudest to loudest with the other sign.
     sf_command(mFile.get(), SFC_SET_CLIPPING, nullptr, SF_TRUE);
 }
@@ -92,8 +125,10 @@ void AudioFileWriter::Write(const float* const* channels, int frames) {
     for (std::size_t channel = 0; channel < channelCount; ++channel) {
         for (std::size_t i = 0; i < count; ++i) mSamples[i * channelCount + channel] = channels[channel][i];
     }
-    if (sf_writef_float(mFile.get(), mSamples.data(), frames) != frames)
+    // An encoder may take all frames and lose what it makes of them.
+    if (sf_writef_float(mFile.get(), mSamples.data(), frames) != frames || sf_error(mFile.get()) != SF_ERR_NO_ERROR)
         throw CannotWrite(mPath, sf_strerror(mFile.get()));
+    mFrameCount += frames;
 }
 
 void AudioFileWriter::Commit() {
@@ -101,10 +136,25 @@ void AudioFileWriter::Commit() {
     // Closing writes the last of the sound and the header's lengths.
     const int failed = sf_close(mFile.release());
     if (failed != 0) throw CannotWrite(mPath, sf_error_number(failed));
+    CheckWritten();
     std::error_code error;
     std::filesystem::rename(mBeside, mPlace, error);
     if (error) throw CannotWrite(mPath, error.message());
     mBeside.clear();
+}
+
+void AudioFileWriter::CheckWritten() const {
+    // Encoders do not tell when the last packet or the header could not be written.
+    SF_INFO info = {};
+    const SoundFileHandle file(sf_open(mBeside.string().c_str(), SFM_READ, &info));
+    const sf_count_t last = std::min(mFrameCount, kLastFrames);
+    bool whole = file && info.channels == mChannelCount && info.frames == mFrameCount;
+    if (whole && last > 0) {
+        std::vector<float> samples(static_cast<std::size_t>(last) * static_cast<std::size_t>(mChannelCount));
+        whole = sf_seek(file.get(), mFrameCount - last, SEEK_SET) >= 0 &&
+                sf_readf_float(file.get(), samples.data(), last) == last && sf_error(file.get()) == SF_ERR_NO_ERROR;
+    }
+    if (!whole) throw CannotWrite(mPath, "what was written cannot be read again; the disk may be full");
 }
 
 void AudioFileWriter::Discard() {

@@ -13,7 +13,8 @@ class AudioFileFormat;
 
 /// An audio file that is written from its beginning to its end. It grows beside its place under another name and takes
 /// its place when it is complete: until then a file that was there before is as it was, and when the object goes
-/// without that nothing is left. One thread at a time.
+/// without that nothing is left. A link stays a link, and a file that is replaced keeps its permissions. One thread at
+/// a time.
 class AudioFileWriter {
 public:
     /// `frames` is about how long it gets. Throws AudioFileError where no such file can be written.
@@ -27,13 +28,16 @@ public:
     /// Appends frames; `channels` has one pointer per channel, each to `frames` samples, which are finite numbers.
     /// Throws AudioFileError.
     void Write(const float* const* channels, int frames);
-    /// The file is complete: puts it in its place. Throws AudioFileError; nothing has changed then.
+    /// The file is complete: puts it in its place, if it can be read again. Throws AudioFileError; nothing has changed
+    /// then.
     void Commit();
 
 private:
     void CheckPlace() const;
     void CreateBeside();
+    void CopyPermissions() const;
     void Open(const AudioFileFormat& format, int sampleRate, std::int64_t frames);
+    void CheckWritten() const;
     void Discard();
 
     const std::string mPath;
@@ -41,6 +45,7 @@ private:
     std::filesystem::path mBeside;  ///< where it grows; empty when there is nothing
     const int mChannelCount;
     SoundFileHandle mFile;
+    std::int64_t mFrameCount;     ///< written so far
     std::vector<float> mSamples;  ///< as they are in the file, channel beside channel
 };
 

@@ -4,7 +4,7 @@
 
 namespace tessaly {
 
-/// What a file of chunks (WAV, AIFF) says of its own length.
+/// What a file of chunks (WAV with its large and its big-endian variants, W64, AIFF) says of its own length.
 class ChunkFile {
 public:
     /// Whether the chunk that has the sound reaches beyond the file's end. False for a file of another kind, and where

@@ -16,6 +16,10 @@ const char* CommandLine::GetUsage() {
            "      instead of the scanner process, --json prints the catalogue for programs.\n"
            "  list [--json]\n"
            "      Print the catalogue: what works, what does not and why, and what is banned.\n"
+           "  manage [--theme light|dark|system] [--screenshot FILE]\n"
+           "      Open the plug-in manager: switch plug-ins on and off, choose the folders, scan, and reload what did "
+           "not work.\n"
+           "      --screenshot writes a picture of the window and ends.\n"
            "  edit [--generic | --channel-map] [--component NAME] [--track LAYOUT] [--side-chain LAYOUT]\n"
            "       [--theme light|dark|system] [--screenshot FILE] PLUG-IN\n"
            "      Open a plug-in's editor in a window, or with --generic one of its parameters alone, or with "
@@ -55,6 +59,7 @@ CommandLine::Command ParseCommand(const std::string& command) {
     if (command == "--help" || command == "-h" || command == "help") return CommandLine::kHelp;
     if (command == "scan") return CommandLine::kScan;
     if (command == "list") return CommandLine::kList;
+    if (command == "manage") return CommandLine::kManage;
     if (command == "edit") return CommandLine::kEdit;
     if (command == "render") return CommandLine::kRender;
     throw UsageError("unknown command '" + command + "'");
@@ -79,6 +84,16 @@ bool ParseScanOption(CommandLine& line, const std::string& option) {
     return true;
 }
 
+bool ParseWindowOption(CommandLine& line, const std::string& option, Arguments& arguments) {
+    if (option == "--theme")
+        line.theme = ParseTheme(arguments.TakeValueOf(option));
+    else if (option == "--screenshot")
+        line.screenshot = arguments.TakeValueOf(option);
+    else
+        return false;
+    return true;
+}
+
 bool ParseEditOption(CommandLine& line, const std::string& option, Arguments& arguments) {
     if (option == "--generic")
         line.generic = true;
@@ -90,12 +105,8 @@ bool ParseEditOption(CommandLine& line, const std::string& option, Arguments& ar
         line.sideChain = ChannelLayoutName::Parse(arguments.TakeValueOf(option));
     else if (option == "--component")
         line.component = arguments.TakeValueOf(option);
-    else if (option == "--theme")
-        line.theme = ParseTheme(arguments.TakeValueOf(option));
-    else if (option == "--screenshot")
-        line.screenshot = arguments.TakeValueOf(option);
     else
-        return false;
+        return ParseWindowOption(line, option, arguments);
     return true;
 }
 
@@ -106,6 +117,8 @@ bool ParseOption(CommandLine& line, const std::string& option, Arguments& argume
         case CommandLine::kList:
             line.json = option == "--json";
             return line.json;
+        case CommandLine::kManage:
+            return ParseWindowOption(line, option, arguments);
         case CommandLine::kEdit:
             return ParseEditOption(line, option, arguments);
         case CommandLine::kRender:

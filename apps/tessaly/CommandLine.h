@@ -12,7 +12,7 @@ namespace tessaly {
 
 /// What the user asked for on the command line.
 struct CommandLine {
-    enum Command { kHelp, kScan, kList, kEdit, kRender };
+    enum Command { kHelp, kScan, kList, kManage, kEdit, kRender };
     /// Which colours the windows have; kSystem follows the desktop.
     enum Theme { kSystem, kLight, kDark };
 

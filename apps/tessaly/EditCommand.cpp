@@ -7,16 +7,15 @@
 #include <zelaudiofilterhost/AudioFilter.h>
 #include <zelmediatypes/AudioChannelLayout.h>
 #include <zelui/Application.h>
-#include <zelui/Theme.h>
 
 #include "EditorWindow.h"
 #include "PluginFinder.h"
 #include "SideChainBus.h"
+#include "WindowTheme.h"
 
 namespace tessaly {
 
 using zelaudiofilterhost::AudioFilter;
-using zelui::ui::Theme;
 
 namespace {
 
@@ -38,7 +37,7 @@ int EditCommand::Run(zelui::Application& application) {
         std::cerr << "tessaly: there is no display to show an editor on\n";
         return kExitFailed;
     }
-    ChooseTheme();
+    WindowTheme::Choose(mLine.theme);
     EditorWindow window(LoadFilter(mLine));
     if (mLine.channelMap)
         window.OpenChannelMap();
@@ -47,19 +46,6 @@ int EditCommand::Run(zelui::Application& application) {
     if (!mLine.screenshot.empty()) return WriteScreenshot(window);
     QObject::connect(qApp, &QGuiApplication::lastWindowClosed, qApp, [&application] { application.Quit(kExitDone); });
     return application.Run();
-}
-
-void EditCommand::ChooseTheme() const {
-    switch (mLine.theme) {
-        case CommandLine::kLight:
-            Theme::Get().Choose(Theme::kLight);
-            break;
-        case CommandLine::kDark:
-            Theme::Get().Choose(Theme::kDark);
-            break;
-        case CommandLine::kSystem:
-            break;
-    }
 }
 
 int EditCommand::WriteScreenshot(EditorWindow& window) const {

@@ -19,7 +19,6 @@ public:
     int Run(zelui::Application& application);
 
 private:
-    void ChooseTheme() const;
     int WriteScreenshot(EditorWindow& window) const;
 
     CommandLine mLine;

@@ -64,9 +64,6 @@ bool RenderOptions::ParseOption(const std::string& option, Arguments& arguments)
 
 bool RenderOptions::ParseEffectOption(const std::string& option, Arguments& arguments) {
     if (option != "--component" && option != "--map" && option != "--set") return false;
-    if (AudioFileFormat::FindForPath(output) == nullptr)
-        throw UsageError("what kind of file '" + output +
-                         "' is to be is told by its end: " + AudioFileFormat::ListExtensions());
     if (effects.empty()) throw UsageError("'" + option + "' belongs behind the --effect that it is for");
     const std::string value = arguments.TakeValueOf(option);
     if (option == "--component")

@@ -6,16 +6,26 @@
 
 namespace tessaly {
 
+namespace {
+
+/// What stands for bytes that are no text.
+constexpr unsigned kReplacement = 0xFFFD;
+
+/// Those of 8 bits, too: terminals take U+009B for the beginning of a command.
+bool IsControl(unsigned unit) { return unit < 0x20 || (unit >= 0x7F && unit <= 0x9F); }
+
+}  // namespace
+
 std::string TerminalText::FromText(const zelcore::ustring& text) {
     const zelcore::utf8string bytes = zelcore::utility::UTF16to8(text);
     return std::string(bytes.data(), bytes.size());
 }
 
 std::string TerminalText::MakePrintable(const std::string& text) {
-    std::string result = text;
-    for (char& c : result)
-        if (static_cast<unsigned char>(c) < 0x20 || c == 0x7f) c = '?';
-    return result;
+    zelcore::ustring units = zelcore::utility::UTF8to16(text);
+    for (auto& unit : units)
+        if (IsControl(unit) || unit == kReplacement) unit = '?';
+    return FromText(units);
 }
 
 std::string TerminalText::FoldCase(std::string text) {

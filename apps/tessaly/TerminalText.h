@@ -11,7 +11,7 @@ namespace tessaly {
 class TerminalText {
 public:
     static std::string FromText(const zelcore::ustring& text);
-    /// Control characters become question marks.
+    /// Control characters, and bytes that are no UTF-8, become question marks.
     static std::string MakePrintable(const std::string& text);
     /// The same with small letters, for comparing what people type; of the letters A to Z alone.
     static std::string FoldCase(std::string text);

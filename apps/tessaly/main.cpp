@@ -3,15 +3,18 @@
 #include <string>
 #include <vector>
 
+#include <zelaudiofilterhostui/Module.h>
 #include <zelcore/SimpleMainLoop.h>
 #include <zelui/Application.h>
 
 #include "CatalogueReport.h"
 #include "CommandLine.h"
 #include "EditCommand.h"
+#include "ManageCommand.h"
 #include "Preferences.h"
 #include "RenderCommand.h"
 #include "ScanCommand.h"
+#include "StartUpCheck.h"
 
 using namespace tessaly;
 
@@ -24,15 +27,22 @@ int List(const CommandLine& line) {
     return kExitDone;
 }
 
-int Scan(const CommandLine& line, int& argc, char** argv) {
-    const zelui::Application application(argc, argv);
-    Preferences::Load();
-    return ScanCommand(line).Run();
-}
+/// The library, as long as it lives.
+class Library {
+public:
+    Library() { zelaudiofilterhostui::Initialize(); }
+    ~Library() { zelaudiofilterhostui::Terminate(); }
+    Library(const Library&) = delete;
+    Library& operator=(const Library&) = delete;
+};
 
-int Edit(const CommandLine& line, int& argc, char** argv) {
+/// The commands that may show something.
+int RunWithWindows(const CommandLine& line, int& argc, char** argv) {
     zelui::Application application(argc, argv);
-    Preferences::Load();
+    const Library library;
+    StartUpCheck::Run();
+    if (line.command == CommandLine::kScan) return ScanCommand(line).Run();
+    if (line.command == CommandLine::kManage) return ManageCommand(line).Run();
     return EditCommand(line).Run(application);
 }
 
@@ -45,11 +55,11 @@ int Render(const CommandLine& line) {
 int RunCommand(const CommandLine& line, int& argc, char** argv) {
     switch (line.command) {
         case CommandLine::kScan:
-            return Scan(line, argc, argv);
+        case CommandLine::kManage:
+        case CommandLine::kEdit:
+            return RunWithWindows(line, argc, argv);
         case CommandLine::kList:
             return List(line);
-        case CommandLine::kEdit:
-            return Edit(line, argc, argv);
         case CommandLine::kRender:
             return Render(line);
         case CommandLine::kHelp:

@@ -110,6 +110,8 @@ const zelui::drawbot::SupplierInterface* AudioFilterChannelMapEditorView::UI_Get
 // main row, by which its popup tells "Bypass" from "(None)".
 void AudioFilterChannelMapEditorView::PopulateChannelMapItems() {
     RemoveChannelMapItems();
+    // The focus that went with them may have had somebody change the format, and with it fill in the rows.
+    if (!mItems.empty()) return;
     const AudioChannelLayout& sideChain = mSideChainBus.GetLayout();
     ChannelMapItem item;
     for (std::size_t i = 0; i < mTargetLayout.size() + sideChain.size(); ++i) {
@@ -214,7 +216,9 @@ int AudioFilterChannelMapEditorView::GetEffectChannelIndexForTarget(int targetCh
 
 void AudioFilterChannelMapEditorView::UpdateChannelPopup(UI_Popup& popup, int effectChannel,
                                                          int otherEffectChannel) const {
-    popup.SetValue(effectChannel < 0 ? kNoneItem : effectChannel + kFirstChannelItem);
+    const int item = effectChannel < 0 ? kNoneItem : effectChannel + kFirstChannelItem;
+    // A filter may have got channels since the items were made.
+    popup.SetValue(item < popup.GetItemCount() ? item : kNoneItem);
     if (effectChannel == -1 && otherEffectChannel == -1) popup.SetValueString(Localize(kBypass), false);
     popup.UI_Invalidate();
 }
@@ -252,9 +256,13 @@ void AudioFilterChannelMapEditorView::OnResetRouting(UI_ButtonChangedMessage*) {
     const ChannelMap outputBefore = mFilter->GetChannelMap(AudioFilter::kOutput);
     const ChannelMap input = AudioFilter::BuildBestFitChannelMap(mInputBuses, mTargetLayout);
     const ChannelMap output = AudioFilter::BuildBestFitChannelMap(mOutputBuses, mTargetLayout);
+    const AudioChannelLayout layout = mTargetLayout;
     mFilter->SetChannelMap(input, AudioFilter::kInput);
-    mFilter->SetChannelMap(output, AudioFilter::kOutput);
-    mFilter->AutoConnectSideChainChannels(true);
+    // Unless somebody has answered the first change with another format, which brings maps of its own.
+    if (layout == mFilter->GetChannelMapTargetChannelLayout()) {
+        mFilter->SetChannelMap(output, AudioFilter::kOutput);
+        mFilter->AutoConnectSideChainChannels(true);
+    }
     FireIfChanged(inputBefore, outputBefore);
 }
 
@@ -283,7 +291,9 @@ void AudioFilterChannelMapEditorView::OnAudioFilterTargetFormatChanged() {
     mFilter->GetBusConfiguration(mInputBuses, mOutputBuses);
     PopulateChannelMapItems();
     // The Tab key still comes to the button last.
+    const bool hadFocus = mResetButton->UI_HasKeyboardFocus(false);
     ChildPushBack(mResetButton);
+    if (hadFocus) mResetButton->UI_GainKeyboardFocus(zelui::ui::kFocusByProgram);
     LayoutControls();
     SizeToContent();
     GetContentSizeChangedSignal()();

@@ -14,6 +14,8 @@
 #include <zelui/MessageBox.h>
 #include <zelui/UI_ProgressDialog.h>
 
+#include "scan/PreferenceFiles.h"
+
 namespace zelaudiofilterhostui {
 
 using zelaudiofilterhost::BannedPluginManager;
@@ -28,8 +30,6 @@ using zelui::ui::UI_DialogViewContainer;
 namespace {
 
 const ustring kMarkerFileName = AsciiToUTF16("ScannedPluginPath.txt");
-
-File GetCatalogueFile() { return File(Dir::PrefDir(), PluginModuleInfoManager::GetInstance().GetSettingsFileName()); }
 
 void SaveCatalogue() { PluginModuleInfoManager::GetInstance().SaveConfiguration(GetCatalogueFile(), true); }
 

@@ -1,5 +1,7 @@
 #include <zelaudiofilterhost/AudioFilter.h>
 
+#include <array>
+
 #include <zelaudiofilterhost/AudioFilterEditor.h>
 
 #include "ChannelMapRules.h"
@@ -43,6 +45,18 @@ bool AudioFilter::SetTargetFormat(const AudioChannelLayout& layout, const AudioF
     if (layout == mRouting->GetTargetLayout() && sideChain == mRouting->GetSideChain()) return true;
     // Whoever is told below may let go of the filter.
     const boost::intrusive_ptr<AudioFilter> self(this);
+    SyncEffectChannels();
+    const std::array<ChannelMap, 2> before = mRouting->GetMaps();
+    if (layout == mRouting->GetTargetLayout() && sideChain.GetLayout() == mRouting->GetSideChain().GetLayout())
+        mRouting->RenameSideChain(sideChain);
+    else
+        MoveTo(layout, sideChain);
+    // At last: whoever is told finds the filter at work again, and may throw.
+    mRouting->TellTarget(before);
+    return true;
+}
+
+void AudioFilter::MoveTo(const AudioChannelLayout& layout, const AudioFilterBusDescription& sideChain) {
     const bool wasStarted = mIsStarted;
     StopProcessing();
     AdoptLayout(layout);
@@ -51,7 +65,6 @@ bool AudioFilter::SetTargetFormat(const AudioChannelLayout& layout, const AudioF
     GetBusConfiguration(inputs, outputs);
     mRouting->SetTarget(layout, sideChain, inputs, outputs);
     if (wasStarted) StartProcessing(mSampleRate, mMaximumFrames);
-    return true;
 }
 
 const AudioChannelLayout& AudioFilter::GetChannelMapTargetChannelLayout() const { return mRouting->GetTargetLayout(); }

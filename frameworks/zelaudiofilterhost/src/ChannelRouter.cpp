@@ -11,6 +11,10 @@ namespace {
 /// 256 MiB: the longest blocks with 64 channels, or 65,536 frames with the most channels.
 constexpr std::size_t kMaxSamples = std::size_t(1) << 26;
 
+void Pass(const float* input, float* output, std::size_t frames) {
+    if (output != input) std::copy_n(input, frames, output);
+}
+
 }  // namespace
 
 ChannelRouter::ChannelRouter() : mMaximumFrames(0) {}
@@ -36,7 +40,7 @@ bool ChannelRouter::Allocate(int inputChannels, int outputChannels, int maximumF
     Free();
     const auto outputs = static_cast<std::size_t>(outputChannels);
     const auto frames = static_cast<std::size_t>(maximumFrames);
-    if ((outputs + 1) * frames > kMaxSamples) return false;
+    if (outputs * frames > kMaxSamples) return false;
     try {
         mSamples.assign((outputs + 1) * frames, 0.0f);
         mEffectInputs.assign(static_cast<std::size_t>(inputChannels), nullptr);
@@ -63,9 +67,12 @@ void ChannelRouter::Process(AudioFilter& filter, const float* const* inputs, flo
     const bool runs = frames <= mMaximumFrames && routes.effectInputs.size() == mEffectInputs.size() &&
                       routes.effectOutputs == mEffectOutputs.size();
     if (runs) RunEffect(filter, routes, inputs, frames);
-    static const Target kUntouched;
     for (std::size_t i = 0; i < routes.targets.size(); ++i) {
-        Deliver(runs ? routes.targets[i] : kUntouched, inputs[i], outputs[i], static_cast<std::size_t>(frames));
+        const auto count = static_cast<std::size_t>(frames);
+        if (runs)
+            Deliver(routes.targets[i], inputs[i], outputs[i], count);
+        else
+            Pass(inputs[i], outputs[i], count);
     }
 }
 
@@ -82,8 +89,8 @@ void ChannelRouter::Deliver(const Target& target, const float* input, float* out
     if (target.sources.empty()) {
         if (target.feedsEffect)
             std::fill_n(output, frames, 0.0f);
-        else if (output != input)
-            std::copy_n(input, frames, output);
+        else
+            Pass(input, output, frames);
         return;
     }
     std::copy_n(mEffectOutputs[static_cast<std::size_t>(target.sources.front())], frames, output);

@@ -21,16 +21,22 @@ void ChannelRouting::SetTarget(const zelmediatypes::AudioChannelLayout& layout,
     mTargetLayout = layout;
     mSideChain = sideChain;
     mEffectChannels = {CountChannels(inputs), CountChannels(outputs)};
-    const std::array<ChannelMap, 2> before = mMaps;
     mMaps[AudioFilter::kInput] = ConnectSideChain(BuildBestFitMap(inputs, layout), inputs, sideChain.GetLayout(),
                                                   static_cast<int>(layout.size()), true);
     mMaps[AudioFilter::kOutput] = BuildBestFitMap(outputs, layout);
     PassMapsOn();
+}
+
+void ChannelRouting::TellTarget(const std::array<ChannelMap, 2>& before) {
     const std::array<ChannelMap, 2> after = mMaps;
     // The track first: who shows the maps has to know of which channels they speak.
     mTargetChanged();
-    for (const AudioFilter::Direction direction : {AudioFilter::kInput, AudioFilter::kOutput})
-        if (before[direction] != after[direction]) mMapChanged(direction, before[direction], after[direction]);
+    for (const AudioFilter::Direction direction : {AudioFilter::kInput, AudioFilter::kOutput}) {
+        // A map that somebody has changed on hearing of it has been told by then; what was before would come last.
+        const bool isCurrent = mMaps[direction] == after[direction];
+        if (isCurrent && before[direction] != after[direction])
+            mMapChanged(direction, before[direction], after[direction]);
+    }
 }
 
 void ChannelRouting::SetMap(const ChannelMap& map, AudioFilter::Direction direction) {

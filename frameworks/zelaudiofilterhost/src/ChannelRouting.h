@@ -20,9 +20,14 @@ public:
 
     const zelmediatypes::AudioChannelLayout& GetTargetLayout() const { return mTargetLayout; }
     const AudioFilterBusDescription& GetSideChain() const { return mSideChain; }
-    /// Sets another track, with these buses of the effect's; fires.
+    /// Sets another track, with these buses of the effect's. TellTarget has to follow.
     void SetTarget(const zelmediatypes::AudioChannelLayout& layout, const AudioFilterBusDescription& sideChain,
                    const AudioFilterBusList& inputs, const AudioFilterBusList& outputs);
+    /// Calls the side-chain by another name; nothing else changes. TellTarget has to follow.
+    void RenameSideChain(const AudioFilterBusDescription& sideChain) { mSideChain = sideChain; }
+    /// Fires for what has changed since the maps were `before`.
+    void TellTarget(const std::array<ChannelMap, 2>& before);
+    const std::array<ChannelMap, 2>& GetMaps() const { return mMaps; }
 
     const ChannelMap& GetMap(AudioFilter::Direction direction) const { return mMaps[direction]; }
     /// Fires.

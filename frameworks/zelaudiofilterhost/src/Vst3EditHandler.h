@@ -21,7 +21,7 @@ public:
     Steinberg::tresult PLUGIN_API performEdit(Steinberg::Vst::ParamID id, Steinberg::Vst::ParamValue value) override;
     Steinberg::tresult PLUGIN_API endEdit(Steinberg::Vst::ParamID) override { return Steinberg::kResultOk; }
     /// True for what needs no restart here: names, values and the number of parameters are asked for each time. Other
-    /// buses or another latency are taken up when processing is started the next time.
+    /// buses are taken up when the track's format changes the next time; until then processing does not start.
     Steinberg::tresult PLUGIN_API restartComponent(Steinberg::int32 flags) override;
 
 private:

@@ -2,23 +2,28 @@
 
 #include <zelui/UI_Container.h>
 
+#include "OwnTabOrder.h"
+
 namespace zelui {
 
 using ui::UI_Container;
 using ui::UI_Node;
 
 FocusStops::FocusStops(UI_Node* root, const UI_Node* place, bool placeStays) : mPlace(place), mPlaceStays(placeStays) {
-    if (root != nullptr) Collect(*root);
+    if (root != nullptr) Collect(*root, true);
 }
 
-void FocusStops::Collect(UI_Node& node) {
+// Where no stops are counted is gone through all the same: the place may be there.
+void FocusStops::Collect(UI_Node& node, bool counts) {
     const bool isPlace = &node == mPlace.get();
     if (isPlace) mBefore = mUpTo = mStops.size();
     if (!node.UI_IsShown() || node.UI_IsDisabled() || (isPlace && !mPlaceStays)) return;
-    if (node.UI_WantsKeyboardFocusFromAdvance()) mStops.emplace_back(&node);
+    counts = counts && dynamic_cast<const OwnTabOrder*>(&node) == nullptr;
+    if (counts && node.UI_WantsKeyboardFocusFromAdvance()) mStops.emplace_back(&node);
     if (isPlace) mUpTo = mStops.size();
     const UI_Container* const container = node.UI_AsContainer();
-    for (std::size_t i = 0; container != nullptr && i < container->ChildCount(); ++i) Collect(*container->ChildAt(i));
+    for (std::size_t i = 0; container != nullptr && i < container->ChildCount(); ++i)
+        Collect(*container->ChildAt(i), counts);
 }
 
 bool FocusStops::GiveToNext(ui::FocusChangeReason reason) const {

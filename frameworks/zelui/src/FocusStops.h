@@ -24,7 +24,7 @@ public:
     bool GiveToLast(ui::FocusChangeReason reason) const;
 
 private:
-    void Collect(ui::UI_Node& node);
+    void Collect(ui::UI_Node& node, bool counts);
     bool GiveBackwards(std::size_t end, ui::FocusChangeReason reason) const;
     bool LeadsBack(const ui::UI_Node& stop) const;
 

@@ -1,4 +1,5 @@
 #include <memory>
+#include <optional>
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
@@ -31,32 +32,87 @@ class BoxWindow final : public QMessageBox {
     }
 };
 
+struct ButtonKind {
+    Button button;
+    QMessageBox::StandardButton standard;
+    const char* text;
+};
+
+// In the order in which they stand for Escape.
+constexpr ButtonKind kButtonKinds[] = {{kCancelButton, QMessageBox::Cancel, "$$$/zelui/Cancel=Cancel"},
+                                       {kNoAnswerButton, QMessageBox::No, "$$$/zelui/No=No"},
+                                       {kOKButton, QMessageBox::Ok, "$$$/zelui/OK=OK"},
+                                       {kYesButton, QMessageBox::Yes, "$$$/zelui/Yes=Yes"}};
+
+constexpr int kKnownButtons = kOKButton | kCancelButton | kYesButton | kNoAnswerButton;
+
+int GetShownButtons(int buttons) { return (buttons & kKnownButtons) != 0 ? buttons & kKnownButtons : kOKButton; }
+
+QMessageBox::Icon ToQtIcon(Icon icon) {
+    switch (icon) {
+        case kIconError:
+            return QMessageBox::Critical;
+        case kIconCaution:
+            return QMessageBox::Warning;
+        case kIconNote:
+            break;
+    }
+    return QMessageBox::Information;
+}
+
+struct Content {
+    const zelcore::ustring& title;
+    const zelcore::ustring& message;
+    Icon icon;
+    int buttons;
+    Button defaultButton;
+};
+
 class Box final : private OpenDialog {
 public:
-    Box(QMessageBox::Icon icon, const zelcore::ustring& title, const zelcore::ustring& message, HWND parent)
-        : mParent(parent), mWindow(std::make_unique<BoxWindow>()) {
+    Box(const Content& content, HWND parent) : mParent(parent), mWindow(std::make_unique<BoxWindow>()) {
         mWindow->setObjectName(QStringLiteral("MessageBox"));
         mWindow->setAttribute(Qt::WA_QuitOnClose, false);
-        mWindow->setWindowTitle(ToWindowTitle(qt::ToQString(title)));
-        mWindow->setIcon(icon);
+        mWindow->setWindowTitle(ToWindowTitle(qt::ToQString(content.title)));
+        mWindow->setIcon(ToQtIcon(content.icon));
         // Before the texts, which Qt looks at when they are set.
         mWindow->setTextFormat(Qt::PlainText);
-        SetMessage(qt::ToQString(message));
-        QPushButton* const ok = mWindow->addButton(QMessageBox::Ok);
-        ok->setText(qt::ToQString(zelcore::config::Localize("$$$/zelui/OK=OK")));
-        mWindow->setDefaultButton(ok);
-        mWindow->setEscapeButton(ok);
+        SetMessage(qt::ToQString(content.message));
+        AddButtons(content);
     }
 
-    void Run() {
+    /// Null when the application, not the user, has ended the box.
+    std::optional<Button> Run() {
         mWindow->setWindowModality(Qt::ApplicationModal);
         mParent.Attach(*mWindow);
         OpenDialogs::Add(this);
         mWindow->exec();
         OpenDialogs::Remove(this);
+        const QAbstractButton* const clicked = mWindow->clickedButton();
+        for (const ButtonKind& kind : kButtonKinds) {
+            if (clicked != nullptr && clicked == mWindow->button(kind.standard)) return kind.button;
+        }
+        return std::nullopt;
     }
 
+    Button GetEscape() const { return mEscape; }
+
 private:
+    void AddButtons(const Content& content) {
+        const int buttons = GetShownButtons(content.buttons);
+        for (const ButtonKind& kind : kButtonKinds) {
+            if ((buttons & kind.button) == 0) continue;
+            QPushButton* const button = mWindow->addButton(kind.standard);
+            button->setText(qt::ToQString(zelcore::config::Localize(kind.text)));
+            if (mEscape == kNoButton) {
+                mEscape = kind.button;
+                mWindow->setEscapeButton(button);
+                mWindow->setDefaultButton(button);
+            }
+            if (kind.button == content.defaultButton) mWindow->setDefaultButton(button);
+        }
+    }
+
     void SetMessage(const QString& message) {
         const QString shown = CutOff(message, kShownLines, kLineWidth);
         mWindow->setText(MakeBreakable(shown, kLineWidth));
@@ -65,26 +121,40 @@ private:
     }
 
     bool Cancel() override {
-        mWindow->reject();
+        mWindow->escapeButton()->click();
         return true;
     }
     void Abandon() override { mWindow->hide(); }
 
     WindowParent mParent;
     std::unique_ptr<BoxWindow> mWindow;
+    Button mEscape = kNoButton;
 };
 
 }  // namespace
 
 // The boxes are the platform's own and draw themselves; the supplier has nothing to do.
-void ShowNote(const drawbot::SupplierInterface*, const zelcore::ustring& title, const zelcore::ustring& message,
-              HWND parent) {
-    Box(QMessageBox::Information, title, message, parent).Run();
+Button Messagebox(const drawbot::SupplierInterface*, const zelcore::ustring& title, const zelcore::ustring& message,
+                  int buttons, Button defaultButton, Icon icon, HWND parent, const ButtonHandler& handler, int, int) {
+    Button escape = kNoButton;
+    std::optional<Button> pressed;
+    {
+        Box box({title, message, icon, buttons, defaultButton}, parent);
+        escape = box.GetEscape();
+        pressed = box.Run();
+    }
+    if (pressed && handler) handler(*pressed);
+    return pressed.value_or(escape);
 }
 
-void ShowCaution(const drawbot::SupplierInterface*, const zelcore::ustring& title, const zelcore::ustring& message,
-                 HWND parent) {
-    Box(QMessageBox::Warning, title, message, parent).Run();
+void ShowNote(const drawbot::SupplierInterface* supplier, const zelcore::ustring& title,
+              const zelcore::ustring& message, HWND parent) {
+    Messagebox(supplier, title, message, kOKButton, kOKButton, kIconNote, parent, ButtonHandler(), 0, 0);
+}
+
+void ShowCaution(const drawbot::SupplierInterface* supplier, const zelcore::ustring& title,
+                 const zelcore::ustring& message, HWND parent) {
+    Messagebox(supplier, title, message, kOKButton, kOKButton, kIconCaution, parent, ButtonHandler(), 0, 0);
 }
 
 }  // namespace messagebox

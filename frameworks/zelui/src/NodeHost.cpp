@@ -14,6 +14,7 @@
 #include "FocusStops.h"
 #include "NodePeer.h"
 #include "NodeView.h"
+#include "OwnTabOrder.h"
 #include "ThemeChanges.h"
 
 namespace zelui {
@@ -71,6 +72,15 @@ private:
     const QPointer<QObject> mOwner;
     bool& mFlag;
 };
+
+/// Gives what `node` can keep no longer to the one that takes the Tab key through it; false where there is none.
+bool LeaveFocusToOwner(const UI_Node& node) {
+    for (const UI_Node* inside = node.UI_GetParentNode(); inside != nullptr; inside = inside->UI_GetParentNode()) {
+        if (dynamic_cast<const OwnTabOrder*>(inside) == nullptr || inside->UI_GetParentNode() == nullptr) continue;
+        return inside->UI_GetParentNode()->UI_GainKeyboardFocus(ui::kFocusLeftOver);
+    }
+    return false;
+}
 
 /// The sibling above which `node` may not be: the first one after it that has a widget.
 QWidget* FindAbove(const UI_Node& node) {
@@ -290,6 +300,10 @@ void NodeHost::CheckScale() {
     if (root) CallOut("A view whose scale changed", [&root] { root->TellScaleChanged(); });
 }
 
+void NodeHost::TellWindowGoing(UI_Node& node) {
+    CallOut("A view whose window goes", [&node] { node.TellWindowGoing(); });
+}
+
 // What is round the surface
 
 void NodeHost::WatchAncestors() {
@@ -397,6 +411,7 @@ void NodeHost::PassFocusOn(const UI_Node& node) {
     const QPointer<QObject> self(this);
     if (!mPassingFocus) {
         const RaisedFlag passing(*this, mPassingFocus);
+        if (LeaveFocusToOwner(node)) return;
         const FocusStops stops(mRoot.get(), &node, false);
         if (!stops.GiveToNext(ui::kFocusLeftOver)) stops.GiveToPrevious(ui::kFocusLeftOver);
     }

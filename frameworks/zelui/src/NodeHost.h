@@ -45,6 +45,9 @@ public:
     /// The surface's screen, or the scale of it, may be another one.
     void OnScreenChanged();
 
+    /// The platform window of a node, or one inside it, is about to go.
+    static void TellWindowGoing(ui::UI_Node& node);
+
     /// Makes the widget of a node although it may be out of view, and returns it; null for a node that has none.
     QWidget* RealizeNow(ui::UI_Node& node);
     void Invalidate(const ui::UI_Node& node, const zelcore::geom::RectF* rect);

@@ -21,11 +21,11 @@ Registry& GetRegistry() {
 
 }  // namespace
 
-UI_Node::Peer::Peer(UI_Node& node) : mNode(node) {}
+UI_Node::Peer::Peer(UI_Node& node, Ownership ownership) : mNode(node), mOwnership(ownership) {}
 
 UI_Node::Peer::~Peer() {
     if (mKey != nullptr) GetRegistry().remove(mKey);
-    if (!mWidget) return;
+    if (!mWidget || mOwnership == kBorrowed) return;
     // Not disconnected: Qt's own accessibility has to hear of the widget's end.
     mWidget->blockSignals(true);
     mWidget->setObjectName(QString());
@@ -59,6 +59,7 @@ QPointF UI_Node::Peer::GetDrawOrigin(const UI_Node& node) {
 
 void UI_Node::Peer::Sync() {
     if (!mWidget) return;
+    if (mOwnership == kBorrowed) return OnSync();
     mWidget->setGeometry(GetPixelFrame(mNode));
     mWidget->setEnabled(!mNode.mDisabled);
     OnSync();

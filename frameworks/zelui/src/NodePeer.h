@@ -16,7 +16,9 @@ namespace ui {
 /// peer again.
 class UI_Node::Peer {
 public:
-    explicit Peer(UI_Node& node);
+    /// kBorrowed: the widget is part of another one's, which places it, shows it and takes it away.
+    enum Ownership { kOwned, kBorrowed };
+    explicit Peer(UI_Node& node, Ownership ownership = kOwned);
     /// The widget goes when the event loop is reached again: it may be the one whose event is being handled.
     virtual ~Peer();
     Peer(const Peer&) = delete;
@@ -58,6 +60,7 @@ private:
     void SyncNames();
 
     UI_Node& mNode;
+    const Ownership mOwnership;
     const QWidget* mKey = nullptr;
     QPointer<QWidget> mWidget;
 };

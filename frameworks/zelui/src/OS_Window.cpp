@@ -21,7 +21,10 @@ HWND OS_Window::GetPlatformWindow(bool outermost) const {
     if (!UI_IsInWindow() || !Application::HasDisplay()) return nullptr;
     QWidget* const widget = NodeHost::Of(*this)->RealizeNow(const_cast<OS_Window&>(*this));
     if (widget == nullptr) return nullptr;
-    return qt::GetWindowHandle(outermost ? widget->window() : widget);
+    if (outermost) return qt::GetWindowHandle(widget->window());
+    const HWND window = qt::GetWindowHandle(widget);
+    if (WindowPeer* const peer = dynamic_cast<WindowPeer*>(UI_GetPeer())) peer->WatchWindow();
+    return window;
 }
 
 }  // namespace ui

@@ -6,11 +6,33 @@
 #include <QStyleOptionButton>
 
 #include "CallOut.h"
+#include "DialogWindow.h"
 
 namespace zelui {
 namespace controls {
 
 namespace {
+
+/// Draws itself as the one that Return stands for without Qt's own choice of one.
+class PushButton final : public QPushButton {
+public:
+    explicit PushButton(QWidget& parent) : QPushButton(&parent) {}
+
+    void SetLooksDefault(bool looks) {
+        if (looks == mLooksDefault) return;
+        mLooksDefault = looks;
+        update();
+    }
+
+protected:
+    void initStyleOption(QStyleOptionButton* option) const override {
+        QPushButton::initStyleOption(option);
+        option->features.setFlag(QStyleOptionButton::DefaultButton, mLooksDefault);
+    }
+
+private:
+    bool mLooksDefault = false;
+};
 
 bool IsReturn(const QKeyEvent& key) { return key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter; }
 
@@ -19,7 +41,7 @@ bool IsReturn(const QKeyEvent& key) { return key.key() == Qt::Key_Return || key.
 UI_TextButton::TextButtonPeer::TextButtonPeer(UI_TextButton& button) : ButtonPeer(button) {}
 
 QWidget* UI_TextButton::TextButtonPeer::MakeControl(QWidget& parent) {
-    QPushButton* const button = new QPushButton(&parent);
+    PushButton* const button = new PushButton(parent);
     // A dialog's default button is set by the dialog, not by where the focus is.
     button->setAutoDefault(false);
     QObject::connect(button, &QPushButton::clicked, this, [this] { OnClicked(); });
@@ -30,6 +52,12 @@ int UI_TextButton::TextButtonPeer::GetTextWidth() const {
     QStyleOptionButton option;
     option.initFrom(GetWidget());
     return GetWidget()->style()->subElementRect(QStyle::SE_PushButtonContents, &option, GetWidget()).width();
+}
+
+void UI_TextButton::TextButtonPeer::OnSync() {
+    ButtonPeer::OnSync();
+    const DialogWindow* const window = dynamic_cast<const DialogWindow*>(GetWidget()->window());
+    static_cast<PushButton&>(GetQtButton()).SetLooksDefault(window != nullptr && window->IsDefaultNode(GetNode()));
 }
 
 bool UI_TextButton::TextButtonPeer::UsesKey(const QKeyEvent& key) const {

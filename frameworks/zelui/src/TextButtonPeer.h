@@ -15,6 +15,7 @@ public:
 private:
     QWidget* MakeControl(QWidget& parent) override;
     int GetTextWidth() const override;
+    void OnSync() override;
     bool UsesKey(const QKeyEvent& key) const override;
     bool OnEvent(QEvent& event) override;
     void OnClicked();

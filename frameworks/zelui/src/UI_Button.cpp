@@ -28,6 +28,8 @@ void UI_Button::TellUsed() {
     const boost::shared_ptr<ButtonChangedFunction> function = mButtonChanged;
     if (function && !function->empty()) (*function)(&message);
     TellChanged(message);
+    const boost::function<void()> afterUse = mAfterUse;
+    if (afterUse) afterUse();
 }
 
 }  // namespace controls

@@ -118,8 +118,9 @@ void UI_Dialog::Peer::TellRuns(Response response) {
     if (!told) mUnclaimed = response;
 }
 
-bool UI_Dialog::Peer::Cancel() {
-    if (!mCancellable || !IsOpen()) return false;
+bool UI_Dialog::Peer::Cancel() { return mCancellable && IsOpen() && DoCancel(); }
+
+bool UI_Dialog::Peer::DoCancel() {
     Close(UI_DialogViewContainer::kResponseCancel);
     return true;
 }
@@ -164,6 +165,12 @@ void UI_Dialog::Peer::PaintNow() {
 HWND UI_Dialog::Peer::GetPlatformWindow() const { return IsOpen() && mWindow ? qt::GetWindowHandle(mWindow) : nullptr; }
 
 QDialog* UI_Dialog::Peer::GetWindow() const { return mWindow; }
+
+boost::intrusive_ptr<UI_Dialog> UI_Dialog::Peer::Hold() const {
+    // The first reference to a dialog that nobody holds would be its last.
+    const bool isHeld = mOwner != nullptr && mOwner->GetRefCount() > 0;
+    return isHeld ? boost::intrusive_ptr<UI_Dialog>(mOwner) : boost::intrusive_ptr<UI_Dialog>();
+}
 
 }  // namespace ui
 }  // namespace zelui

@@ -44,6 +44,11 @@ public:
 protected:
     /// The dialog's window; null once the application has gone.
     QDialog* GetWindow() const;
+    /// Keeps the dialog for the time of a call that may let go of it; null while it is being made or is going.
+    boost::intrusive_ptr<UI_Dialog> Hold() const;
+    /// Does what Escape, the window's close button and Application::CancelActiveDialog ask for: closes as cancelled,
+    /// unless overridden. False, and nothing else, when that cannot be done now.
+    virtual bool DoCancel();
 
 private:
     enum class State { kNew, kOpen, kClosed };

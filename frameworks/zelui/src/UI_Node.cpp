@@ -327,6 +327,11 @@ void UI_Node::TellScaleChanged() {
     ForEachChild([](UI_Node& child) { child.TellScaleChanged(); });
 }
 
+void UI_Node::TellWindowGoing() {
+    for (boost::intrusive_ptr<UI_Node> node = Hold(*this); node; node = node->mParent)
+        node->UI_NodeChanged(kNodeWindowGoing);
+}
+
 // Peers
 
 std::unique_ptr<UI_Node::Peer> UI_Node::UI_MakePeer() { return nullptr; }

@@ -34,15 +34,33 @@ protected:
     std::string FailWithOutput(int exitCode, const std::string& output) {
         return Fail(exitCode, mInput, output, {"--effect", kPlain});
     }
+    /// Sound as different from one sample to the next as it can be: no format makes it much smaller.
+    static Sound MakeNoise(std::size_t frames) {
+        return MakeSound(2, frames, [](std::size_t channel, std::size_t i) {
+            return static_cast<float>((i * i * 7919 + channel) % 1009) / 2018.0f;
+        });
+    }
+    /// Renders the input and expects a failure where no file may have more than `limit` times half a kilobyte, which
+    /// stands for a full disk.
+    std::string FailOnFullDisk(int limit, const std::string& output, const std::vector<std::string>& more = {}) {
+        const std::string before = "what was there";
+        WriteFile(output, before);
+        const std::set<std::string> filesBefore = ListFolder();
+        const std::string command = "trap '' XFSZ; ulimit -f " + std::to_string(limit) + "; exec \"$0\" \"$@\"";
+        std::vector<std::string> arguments = {"/bin/sh", "-c",   command, std::string(ZEL_BIN_DIR) + "/tessaly",
+                                              "render",  mInput, output,  "--effect",
+                                              kPlain};
+        arguments.insert(arguments.end(), more.begin(), more.end());
+        Program program(mOther.GetPath(), arguments, GetEnvironment());
+        EXPECT_EQ(program.Wait(), kFailed);
+        EXPECT_EQ(program.GetOutput(), "");
+        EXPECT_TRUE(ReadFile(output) == before);
+        EXPECT_EQ(ListFolder(), filesBefore);
+        return program.GetErrors();
+    }
     /// Writes a sound file and cuts it in half.
     void CutOff(const std::string& name, int format) {
-        // As different from one sample to the next as it can be: no format makes it much smaller.
-        WriteSound(Path(name),
-                   MakeSound(2, 50000,
-                             [](std::size_t channel, std::size_t i) {
-                                 return static_cast<float>((i * i * 7919 + channel) % 1009) / 2018.0f;
-                             }),
-                   format);
+        WriteSound(Path(name), MakeNoise(50000), format);
         const std::string bytes = ReadFile(Path(name));
         WriteFile(Path(name), bytes.substr(0, bytes.size() / 2));
     }
@@ -90,10 +108,26 @@ TEST_F(TessalyRenderErrorTest, AFileWithoutChannelsIsRefused) {
 }
 
 TEST_F(TessalyRenderErrorTest, AFileThatIsCutOffIsNotTakenForAWholeOne) {
-    CutOff("cut.wav", SF_FORMAT_WAV | SF_FORMAT_PCM_16);
-    EXPECT_THAT(FailWithInput(Path("cut.wav")), HasSubstr("is cut off"));
-    CutOff("cut.aiff", SF_FORMAT_AIFF | SF_FORMAT_PCM_16);
-    EXPECT_THAT(FailWithInput(Path("cut.aiff")), HasSubstr("is cut off"));
+    const std::vector<std::pair<std::string, int>> kinds = {
+        {"cut.wav", SF_FORMAT_WAV | SF_FORMAT_PCM_16},    {"extensible.wav", SF_FORMAT_WAVEX | SF_FORMAT_PCM_24},
+        {"large.wav", SF_FORMAT_RF64 | SF_FORMAT_PCM_16}, {"big.wav", SF_FORMAT_WAV | SF_FORMAT_PCM_16 | SF_ENDIAN_BIG},
+        {"cut.w64", SF_FORMAT_W64 | SF_FORMAT_PCM_16},    {"cut.aiff", SF_FORMAT_AIFF | SF_FORMAT_PCM_16},
+        {"float.aifc", SF_FORMAT_AIFF | SF_FORMAT_FLOAT}};
+    for (const auto& [name, format] : kinds) {
+        CutOff(name, format);
+        EXPECT_THAT(FailWithInput(Path(name)), HasSubstr(name + "' is cut off"));
+    }
+}
+
+TEST_F(TessalyRenderErrorTest, ALengthJustBelowThoseThatStandForAnUnknownOneIsTakenForWhatItSays) {
+    WriteSound(mInput, MakeTestSound(2, 1000));
+    std::string bytes = ReadFile(mInput);
+    const std::size_t data = bytes.find("data");
+    ASSERT_NE(data, std::string::npos);
+    for (const std::string& length : {std::string("\xff\xff\xfe\x7f"), std::string("\x01\x00\x00\x80", 4)}) {
+        WriteFile(mInput, bytes.replace(data + 4, 4, length));
+        EXPECT_THAT(Fail(kFailed, {"--effect", kPlain}), HasSubstr("is cut off"));
+    }
 }
 
 TEST_F(TessalyRenderErrorTest, AnErrorInTheMiddleLeavesNothingOfTheNewFile) {
@@ -149,20 +183,43 @@ TEST_F(TessalyRenderErrorTest, AFormatThatCannotHoldTheSoundIsToldWithOneThatCan
     EXPECT_THAT(FailWithOutput(kFailed, Path("out.flac")), AllOf(HasSubstr("12 channels"), HasSubstr(".wav has")));
 }
 
+TEST_F(TessalyRenderErrorTest, AnEncoderThatRefusesIsToldWithItsOwnReason) {
+    WriteSound(mInput, MakeTestSound(2, 100, 700000));
+    EXPECT_THAT(FailWithOutput(kFailed, Path("out.flac")),
+                AllOf(HasSubstr("does not support this sample rate"), Not(HasSubstr("2 channels"))));
+}
+
+TEST_F(TessalyRenderErrorTest, WhatIsTooLongForAnAiffFileIsRefusedBeforeItIsRendered) {
+    WriteSound(mInput, MakeTestSound(8, 100, 192000));
+    // Sixteen gigabytes; the limit keeps them from being written should they not be refused.
+    for (const char* const name : {"out.aiff", "out.aif"}) {
+        EXPECT_THAT(FailOnFullDisk(100, Path(name), {"--tail", "3600"}),
+                    AllOf(HasSubstr("less than 4 GiB"), HasSubstr(".wav may have more")));
+    }
+}
+
+TEST_F(TessalyRenderErrorTest, ALinkThatLeadsToItselfIsNoPlaceForAFile) {
+    std::filesystem::create_symlink("b.wav", Path("a.wav"));
+    std::filesystem::create_symlink("a.wav", Path("b.wav"));
+    EXPECT_THAT(FailWithOutput(kFailed, Path("a.wav")), HasSubstr("Too many levels of symbolic links"));
+    EXPECT_TRUE(std::filesystem::is_symlink(Path("a.wav")));
+}
+
 TEST_F(TessalyRenderErrorTest, ADiskThatIsFullLeavesWhatWasThere) {
-    const std::string before = "what was there";
-    WriteFile(mOutput, before);
-    // The limit stands for the full disk: half a kilobyte times that number, of each file.
-    const std::string command = "trap '' XFSZ; ulimit -f 8; exec \"$0\" \"$@\"";
-    WriteSound(mInput, MakeTestSound(2, 50000));
-    Program program(mOther.GetPath(),
-                    {"/bin/sh", "-c", command, std::string(ZEL_BIN_DIR) + "/tessaly", "render", mInput, mOutput,
-                     "--effect", kPlain},
-                    GetEnvironment());
-    EXPECT_EQ(program.Wait(), kFailed);
-    EXPECT_THAT(program.GetErrors(), HasSubstr("cannot be written"));
-    EXPECT_TRUE(ReadFile(mOutput) == before);
-    EXPECT_EQ(ListFolder(), (std::set<std::string>{"in.wav", "out.wav"}));
+    WriteSound(mInput, MakeNoise(50000));
+    for (const char* const name : {"out.wav", "out.flac", "out.aiff", "out.ogg"})
+        EXPECT_THAT(FailOnFullDisk(8, Path(name)), HasSubstr(std::string(name) + "' cannot be written")) << name;
+}
+
+TEST_F(TessalyRenderErrorTest, ADiskThatGetsFullWithTheLastOfTheSoundLeavesWhatWasThere) {
+    // Less than one packet: all of it is written when the file is closed.
+    WriteSound(mInput, MakeNoise(3000));
+    for (const int limit : {7, 10}) {
+        for (const char* const name : {"out.wav", "out.flac", "out.aiff", "out.ogg"}) {
+            SCOPED_TRACE(testing::Message() << name << " " << limit);
+            EXPECT_THAT(FailOnFullDisk(limit, Path(name)), HasSubstr(std::string(name) + "' cannot be written"));
+        }
+    }
 }
 
 TEST_F(TessalyRenderErrorTest, AnInterruptedRenderLeavesWhatWasThere) {
@@ -217,6 +274,14 @@ TEST_F(TessalyRenderErrorTest, AMapThatDoesNotFitIsToldWithWhatThereIs) {
 
 TEST_F(TessalyRenderErrorTest, ControlCharactersOfNamesDoNotReachTheTerminal) {
     EXPECT_THAT(FailWithInput(Path("\x1b[31m.wav")), AllOf(HasSubstr("?[31m.wav"), Not(HasSubstr("\x1b"))));
+    EXPECT_THAT(FailWithInput(Path("\u009b31m\u0080\u009f\u00a0\u00fc.wav")), HasSubstr("/?31m??\u00a0\u00fc.wav"));
+}
+
+TEST_F(TessalyRenderErrorTest, BytesThatAreNoTextDoNotReachTheTerminal) {
+    EXPECT_THAT(FailWithInput(Path("a\x9b"
+                                   "31m\xff\xfc.wav")),
+                HasSubstr("/a?31m??.wav"));
+    EXPECT_THAT(FailWithInput(Path("\xe2\x82.wav")), HasSubstr("/?.wav"));
 }
 
 TEST_F(TessalyRenderErrorTest, ArgumentsThatMakeNoSenseAreWrongUsage) {

@@ -7,6 +7,7 @@
 
 #include "RenderFixture.h"
 #include "support/InstalledPlugins.h"
+#include "support/WaitFor.h"
 
 namespace zeltests {
 
@@ -116,6 +117,24 @@ TEST_F(TessalyRenderTest, TheTracksLayoutDecidesWhichChannelsAnEffectGets) {
 }
 
 // Parameters and chains
+
+TEST_F(TessalyRenderTest, TheFilesMayStandBeforeBehindAndBetweenTheOptions) {
+    const Sound input = MakeTestSound(2, 100);
+    WriteSound(mInput, input);
+    const std::string shell = TestPlugin("vst/good/zel_shell.so");
+    for (const std::vector<std::string>& arguments : std::vector<std::vector<std::string>>{
+             {"--effect", kPlain, "--map", "in=2,1", mInput, mOutput},
+             {mInput, "--effect", kPlain, "--map", "in=2,1", mOutput},
+             {mInput, "--effect", kGain, "--set", "1=0.5", mOutput, "--effect", kPlain, "--map", "in=2,1"},
+             {"--effect", shell, "--component", "Shell Stereo", "--map", "in=2,1", mInput, mOutput}}) {
+        std::filesystem::remove(mOutput);
+        std::vector<std::string> all = {"render"};
+        all.insert(all.end(), arguments.begin(), arguments.end());
+        const auto program = Start(all);
+        ASSERT_EQ(program->Wait(), 0) << program->GetErrors();
+        EXPECT_EQ(ReadSound(mOutput).channels.size(), 2u);
+    }
+}
 
 TEST_F(TessalyRenderTest, AParameterIsSetByNumberByNameAndInSmallLetters) {
     const Sound input = MakeLevel(2, 100, 0.25f);
@@ -230,7 +249,9 @@ TEST_F(TessalyRenderTest, EachKindOfFileIsRead) {
     const std::vector<std::pair<std::string, int>> kinds = {
         {"a.flac", SF_FORMAT_FLAC | SF_FORMAT_PCM_16}, {"a.aiff", SF_FORMAT_AIFF | SF_FORMAT_PCM_16},
         {"a.ogg", SF_FORMAT_OGG | SF_FORMAT_VORBIS},   {"a.mp3", SF_FORMAT_MPEG | SF_FORMAT_MPEG_LAYER_III},
-        {"a.caf", SF_FORMAT_CAF | SF_FORMAT_PCM_24},   {"a.wav", SF_FORMAT_WAV | SF_FORMAT_PCM_U8}};
+        {"a.caf", SF_FORMAT_CAF | SF_FORMAT_PCM_24},   {"a.wav", SF_FORMAT_WAV | SF_FORMAT_PCM_U8},
+        {"b.wav", SF_FORMAT_RF64 | SF_FORMAT_FLOAT},   {"c.wav", SF_FORMAT_WAV | SF_FORMAT_PCM_24 | SF_ENDIAN_BIG},
+        {"a.w64", SF_FORMAT_W64 | SF_FORMAT_PCM_24}};
     for (const auto& [name, format] : kinds) {
         SCOPED_TRACE(name);
         WriteSound(Path(name), sound, format);
@@ -251,6 +272,13 @@ TEST_F(TessalyRenderTest, AFileOfUnknownLengthFromAPipeIsRead) {
     WriteFile(mInput, bytes);
     Render({"--effect", kPlain});
     EXPECT_EQ(ReadSound(mOutput)[0], input[0]);
+    for (const std::string& length : {std::string("\x00\x00\xff\x7f", 4), std::string("\x00\xf0\xff\x7f", 4),
+                                      std::string("\xff\xff\xff\x7f", 4), std::string("\x00\x00\x00\x80", 4)}) {
+        bytes.replace(data + 4, 4, length);
+        WriteFile(mInput, bytes);
+        Render({"--effect", kPlain});
+        EXPECT_EQ(ReadSound(mOutput)[0], input[0]) << static_cast<int>(length[1]);
+    }
 }
 
 TEST_F(TessalyRenderTest, WhatWasThereIsReplacedAndALinkToItStaysALink) {
@@ -261,6 +289,55 @@ TEST_F(TessalyRenderTest, WhatWasThereIsReplacedAndALinkToItStaysALink) {
     EXPECT_TRUE(std::filesystem::is_symlink(mOutput));
     EXPECT_EQ(ReadSound(Path("real.wav")).channels, input.channels);
     EXPECT_EQ(ListFolder(), (std::set<std::string>{"in.wav", "out.wav", "real.wav"}));
+}
+
+TEST_F(TessalyRenderTest, SoundOfAnyLengthIsThereToItsLastFrame) {
+    for (const std::size_t frames : {1u, 63u, 4095u, 4097u, 65535u, 65537u, 300001u}) {
+        WriteSound(mInput, MakeTestSound(2, frames));
+        for (const char* const name : {"a.wav", "a.flac", "a.aiff", "a.ogg"}) {
+            const auto program = Start({"render", mInput, Path(name), "--effect", kPlain});
+            ASSERT_EQ(program->Wait(), 0) << program->GetErrors();
+            EXPECT_EQ(ReadSound(Path(name)).GetFrameCount(), frames) << name;
+        }
+    }
+}
+
+TEST_F(TessalyRenderTest, ALinkToWhatIsNotThereYetStaysALink) {
+    std::filesystem::create_directory(Path("folder"));
+    std::filesystem::create_symlink("folder/next.wav", mOutput);
+    std::filesystem::create_symlink(Path("folder/real.wav"), Path("folder/next.wav"));
+    const Sound input = MakeTestSound(2, 100);
+    EXPECT_EQ(Render(input, {"--effect", kPlain}).channels, input.channels);
+    EXPECT_TRUE(std::filesystem::is_symlink(mOutput));
+    EXPECT_TRUE(std::filesystem::is_symlink(Path("folder/next.wav")));
+    EXPECT_TRUE(std::filesystem::is_regular_file(std::filesystem::symlink_status(Path("folder/real.wav"))));
+    EXPECT_EQ(ListFolder(), (std::set<std::string>{"folder", "in.wav", "out.wav"}));
+}
+
+TEST_F(TessalyRenderTest, AFileThatIsReplacedKeepsItsPermissions) {
+    using std::filesystem::perms;
+    WriteSound(mInput, MakeTestSound(2, 100));
+    const perms own = perms::owner_read | perms::owner_write;
+    for (const perms wanted : {own, own | perms::group_write | perms::others_write | perms::others_exec}) {
+        WriteFile(mOutput, "old");
+        std::filesystem::permissions(mOutput, wanted);
+        Render({"--effect", kPlain});
+        EXPECT_EQ(ReadFrameCount(mOutput), 100u);
+        EXPECT_EQ(std::filesystem::status(mOutput).permissions(), wanted);
+    }
+}
+
+TEST_F(TessalyRenderTest, WhatIsWrittenIsNotReadableMeanwhileForThoseWhoMayNotReadWhatItReplaces) {
+    using std::filesystem::perms;
+    WriteSound(mInput, MakeTestSound(2, 100));
+    WriteFile(mOutput, "old");
+    std::filesystem::permissions(mOutput, perms::owner_read | perms::owner_write);
+    // Long enough not to end by itself meanwhile.
+    const auto program = Start({"render", mInput, mOutput, "--effect", kPlain, "--tail", "3600", "--block", "1"});
+    const std::string beside = mOutput + ".partial1";
+    std::error_code ignored;
+    ASSERT_TRUE(WaitFor([&] { return std::filesystem::file_size(beside, ignored) > 1000 && !ignored; }));
+    EXPECT_EQ(std::filesystem::status(beside).permissions(), perms::owner_read | perms::owner_write);
 }
 
 // The summary

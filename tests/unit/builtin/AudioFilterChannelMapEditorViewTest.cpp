@@ -354,6 +354,36 @@ TEST(AudioFilterChannelMapEditorViewTest, AFormatThatIsChangedInAnswerToAChoiceI
     EXPECT_EQ(stage.Read(0), "Mono | Left | Left | Mono");
 }
 
+TEST(AudioFilterChannelMapEditorViewTest, AFormatThatIsChangedInAnswerToAResetKeepsItsOwnMaps) {
+    ChannelMapEditorStage stage("stereo");
+    stage.Show();
+    stage.GetFilter().SetChannelMap({{0, 1}, {1, 0}}, AudioFilter::kInput);
+    stage.GetFilter().GetChannelMapChangedSignal().connect_extended(
+        [&stage](const boost::signals2::connection& connection, AudioFilter::Direction, const ChannelMap&,
+                 const ChannelMap&) {
+            connection.disconnect();
+            stage.SetTrack("mono");
+        });
+    stage.PressReset();
+    EXPECT_EQ(stage.GetInputs(), (ChannelMap{{0, 0}, {1, 0}}));
+    EXPECT_EQ(stage.GetOutputs(), (ChannelMap{{0, 0}, {1, 0}}));
+}
+
+TEST(AudioFilterChannelMapEditorViewTest, TheButtonKeepsTheFocusOverAnotherFormat) {
+    ChannelMapEditorStage stage("stereo");
+    stage.Show();
+    ASSERT_TRUE(stage.GetButton().UI_GainKeyboardFocus(zelui::ui::kFocusByProgram));
+    stage.SetTrack("5.1");
+    EXPECT_TRUE(stage.GetButton().UI_HasKeyboardFocus(false));
+}
+
+TEST(AudioFilterChannelMapEditorViewTest, ChannelsThatTheFilterGotSinceAreShownAsNone) {
+    ChannelMapEditorStage stage("4");
+    stage.GetFilter().SetBuses({Bus("", "8")}, {Bus("", "8")});
+    stage.Assign(AudioFilter::kInput, 6, 1);
+    EXPECT_EQ(stage.GetRows()[1].input->GetValue(), 0);
+}
+
 // Odd filters
 
 TEST(AudioFilterChannelMapEditorViewTest, AFilterWithoutBusesLetsEveryChannelPass) {

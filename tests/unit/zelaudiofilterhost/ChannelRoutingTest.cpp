@@ -1,4 +1,5 @@
 #include <limits>
+#include <stdexcept>
 
 #include <boost/bind/bind.hpp>
 #include <gmock/gmock.h>
@@ -240,4 +241,59 @@ TEST(ChannelRoutingTest, WhoIsToldMayChangeTheMapsAndLetGoOfTheFilter) {
     EXPECT_EQ(filter, nullptr);
     EXPECT_EQ(told.front(), "0 1 2");
     EXPECT_EQ(told.back(), "out 0 1");
+}
+
+TEST(ChannelRoutingTest, ASideChainOfAnotherNameKeepsTheSoundAndTheMaps) {
+    const RoutedFilterPtr filter = MakeSideChained();
+    filter->SetTargetFormat(Layout("stereo"), Main("mono", "Speech"));
+    ASSERT_TRUE(filter->StartProcessing(48000.0, 64));
+    filter->AssignChannelMapping(AudioFilter::kInput, 0, 1);
+    const std::string inputs = Inputs(filter);
+    const std::vector<std::string> calls = filter->GetCalls();
+    filter->SetTargetFormat(Layout("stereo"), Main("mono", "Drums"));
+    EXPECT_EQ(filter->GetSideChainTargetBus(), Main("mono", "Drums"));
+    EXPECT_EQ(Inputs(filter), inputs);
+    EXPECT_EQ(filter->GetCalls(), calls);
+}
+
+TEST(ChannelRoutingTest, WhoeverHearsOfAnotherFormatFindsTheFilterAtWorkAgainAndMayThrow) {
+    const RoutedFilterPtr filter = MakeSideChained();
+    ASSERT_TRUE(filter->StartProcessing(48000.0, 64));
+    filter->GetTargetFormatChangedSignal().connect([&filter] {
+        EXPECT_TRUE(filter->IsProcessing());
+        throw std::runtime_error("a listener's");
+    });
+    EXPECT_THROW(filter->SetTargetFormat(Layout("stereo"), AudioFilterBusDescription()), std::runtime_error);
+    EXPECT_TRUE(filter->IsProcessing());
+}
+
+TEST(ChannelRoutingTest, WhoeverHearsOfAnotherFormatMayStopTheFilter) {
+    const RoutedFilterPtr filter = MakeSideChained();
+    ASSERT_TRUE(filter->StartProcessing(48000.0, 64));
+    filter->GetTargetFormatChangedSignal().connect([&filter] { filter->StopProcessing(); });
+    EXPECT_TRUE(filter->SetTargetFormat(Layout("stereo"), AudioFilterBusDescription()));
+    EXPECT_FALSE(filter->IsProcessing());
+}
+
+TEST(ChannelRoutingTest, AnEffectThatRefusesItsNewChannelsIsStopped) {
+    const RoutedFilterPtr filter = MakeSideChained();
+    ASSERT_TRUE(filter->StartProcessing(48000.0, 64));
+    filter->SetStarts(false);
+    EXPECT_TRUE(filter->SetTargetFormat(Layout("5.1"), AudioFilterBusDescription()));
+    EXPECT_FALSE(filter->IsProcessing());
+}
+
+TEST(ChannelRoutingTest, AMapThatWasChangedMeanwhileIsNotToldOnceMoreAsItWas) {
+    const RoutedFilterPtr filter = MakeSideChained();
+    filter->GetTargetFormatChangedSignal().connect([&filter] {
+        filter->SetChannelMap({{0, 1}, {1, 0}}, AudioFilter::kInput);
+    });
+    std::string last;
+    filter->GetChannelMapChangedSignal().connect(
+        [&last](AudioFilter::Direction direction, const ChannelMap&, const ChannelMap& after) {
+            if (direction == AudioFilter::kInput) last = MapText(after);
+        });
+    filter->SetTargetFormat(Layout("stereo"), AudioFilterBusDescription());
+    EXPECT_EQ(Inputs(filter), "1 0 -");
+    EXPECT_EQ(last, "1 0 -");
 }

@@ -6,6 +6,7 @@
 #include <QTest>
 #include <QTextEdit>
 #include <QWindow>
+#include <stdexcept>
 
 #include <zelcore/Threads.h>
 #include <zelui/Application.h>
@@ -35,6 +36,49 @@ zelcore::ustring Repeat(const char* text, int times) {
     zelcore::ustring all;
     for (int i = 0; i < times; ++i) all += U(text);
     return all;
+}
+
+const int kYesOrNo = messagebox::kYesButton | messagebox::kNoAnswerButton;
+
+/// Runs a box on which `act` acts; its answer, and what the handler was told.
+struct Question {
+    int buttons = kYesOrNo;
+    messagebox::Button defaultButton = messagebox::kNoAnswerButton;
+    messagebox::Icon icon = messagebox::kIconCaution;
+    std::vector<messagebox::Button> told;
+
+    messagebox::Button Ask(const std::function<void(QMessageBox&)>& act) {
+        bool seen = false;
+        AsyncCallFromMainThread([&seen, act] {
+            QMessageBox* const box = FindBox();
+            ASSERT_NE(box, nullptr);
+            seen = true;
+            act(*box);
+            EXPECT_FALSE(box->isVisible());
+            // What a test did not answer must not stay for ever.
+            if (box->isVisible()) box->hide();
+        });
+        const auto handler = [this](messagebox::Button button) {
+            EXPECT_EQ(FindBox(), nullptr) << "it is off the screen";
+            told.push_back(button);
+        };
+        const messagebox::Button answer = messagebox::Messagebox(nullptr, U("Tessaly"), U("Go on?"), buttons,
+                                                                 defaultButton, icon, nullptr, handler, 0, 0);
+        EXPECT_TRUE(seen);
+        return answer;
+    }
+};
+
+void PressEscape(QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Escape); }
+void PressReturn(QMessageBox& box) {
+    EXPECT_TRUE(ProcessUntil([&box] { return box.isActiveWindow() && box.focusWidget() != nullptr; }));
+    QTest::keyClick(box.focusWidget(), Qt::Key_Return);
+}
+void Close(QMessageBox& box) { box.windowHandle()->close(); }
+void CancelFromOutside(QMessageBox&) { EXPECT_TRUE(zelui::Application::CancelActiveDialog()); }
+
+std::function<void(QMessageBox&)> Click(QMessageBox::StandardButton button) {
+    return [button](QMessageBox& box) { QTest::mouseClick(box.button(button), Qt::LeftButton); };
 }
 
 }  // namespace
@@ -160,6 +204,136 @@ TEST(MessageBoxTest, TheParentMayGoFirst) {
     });
     messagebox::ShowNote(nullptr, U("Title"), U("Message"), zelui::qt::GetWindowHandle(parent.get()));
     EXPECT_FALSE(zelui::Application::CancelActiveDialog());
+}
+
+// Questions
+
+TEST(MessageBoxTest, TheNumbersOfTheButtonsAndIconsDoNotChange) {
+    EXPECT_EQ(messagebox::kOKButton, 1);
+    EXPECT_EQ(messagebox::kCancelButton, 2);
+    EXPECT_EQ(messagebox::kYesButton, 16);
+    EXPECT_EQ(messagebox::kNoAnswerButton, 64);
+    EXPECT_EQ(messagebox::kIconCaution, 2);
+}
+
+TEST(MessageBoxTest, AnswersWithTheButtonThatWasPressedAndTellsItFirst) {
+    Question question;
+    EXPECT_EQ(question.Ask(Click(QMessageBox::Yes)), messagebox::kYesButton);
+    EXPECT_EQ(question.Ask(Click(QMessageBox::No)), messagebox::kNoAnswerButton);
+    question.buttons = messagebox::kOKButton | messagebox::kCancelButton;
+    EXPECT_EQ(question.Ask(Click(QMessageBox::Ok)), messagebox::kOKButton);
+    EXPECT_EQ(question.Ask(Click(QMessageBox::Cancel)), messagebox::kCancelButton);
+    EXPECT_EQ(question.told, (std::vector<messagebox::Button>{messagebox::kYesButton, messagebox::kNoAnswerButton,
+                                                              messagebox::kOKButton, messagebox::kCancelButton}));
+}
+
+TEST(MessageBoxTest, ShowsTheButtonsThatItKnowsAndNoOthers) {
+    Question question;
+    question.buttons = 0x7FFFFF00 | messagebox::kCancelButton | kYesOrNo;
+    question.Ask([](QMessageBox& box) {
+        EXPECT_EQ(box.buttons().size(), 3);
+        EXPECT_EQ(box.button(QMessageBox::Yes)->text(), "Yes");
+        EXPECT_EQ(box.button(QMessageBox::No)->text(), "No");
+        EXPECT_EQ(box.button(QMessageBox::Cancel)->text(), "Cancel");
+        PressEscape(box);
+    });
+}
+
+TEST(MessageBoxTest, WithoutAButtonItKnowsItHasOK) {
+    for (const int buttons : {0, 4, 8, 32, 128}) {
+        Question question;
+        question.buttons = buttons;
+        EXPECT_EQ(question.Ask([](QMessageBox& box) {
+            EXPECT_EQ(box.buttons().size(), 1);
+            Click(QMessageBox::Ok)(box);
+        }),
+                  messagebox::kOKButton);
+    }
+}
+
+TEST(MessageBoxTest, EscapeAndClosingAreCancelOrNoOrOKOrTheOnlyOne) {
+    const std::pair<int, messagebox::Button> expected[] = {
+        {kYesOrNo | messagebox::kCancelButton | messagebox::kOKButton, messagebox::kCancelButton},
+        {kYesOrNo | messagebox::kOKButton, messagebox::kNoAnswerButton},
+        {messagebox::kYesButton | messagebox::kOKButton, messagebox::kOKButton},
+        {messagebox::kYesButton, messagebox::kYesButton},
+        {messagebox::kNoAnswerButton, messagebox::kNoAnswerButton}};
+    for (const auto& [buttons, answer] : expected) {
+        Question question;
+        question.buttons = buttons;
+        EXPECT_EQ(question.Ask(PressEscape), answer);
+        EXPECT_EQ(question.Ask(Close), answer);
+        EXPECT_EQ(question.Ask(CancelFromOutside), answer);
+        EXPECT_EQ(question.told, std::vector<messagebox::Button>(3, answer));
+    }
+}
+
+TEST(MessageBoxTest, ReturnPressesTheDefaultButton) {
+    Question question;
+    EXPECT_EQ(question.Ask(PressReturn), messagebox::kNoAnswerButton);
+    question.defaultButton = messagebox::kYesButton;
+    EXPECT_EQ(question.Ask(PressReturn), messagebox::kYesButton);
+}
+
+TEST(MessageBoxTest, ADefaultThatTheBoxHasNotIsTheButtonOfEscape) {
+    Question question;
+    for (const messagebox::Button button : {messagebox::kNoButton, messagebox::kOKButton}) {
+        question.defaultButton = button;
+        EXPECT_EQ(question.Ask(PressReturn), messagebox::kNoAnswerButton);
+    }
+}
+
+TEST(MessageBoxTest, IconsAreThoseOfThePlatform) {
+    const std::pair<messagebox::Icon, QMessageBox::Icon> expected[] = {
+        {messagebox::kIconNote, QMessageBox::Information},
+        {messagebox::kIconError, QMessageBox::Critical},
+        {messagebox::kIconCaution, QMessageBox::Warning},
+        {static_cast<messagebox::Icon>(3), QMessageBox::Information}};
+    for (const auto& [icon, shown] : expected) {
+        Question question;
+        question.icon = icon;
+        question.Ask([shown = shown](QMessageBox& box) {
+            EXPECT_EQ(box.icon(), shown);
+            PressEscape(box);
+        });
+    }
+}
+
+TEST(MessageBoxTest, AnEmptyHandlerIsNotCalledAndAnExceptionOfOneComesOut) {
+    const auto ask = [](const messagebox::ButtonHandler& handler) {
+        WhenShown([](QMessageBox& box) { PressEscape(box); });
+        return messagebox::Messagebox(nullptr, U("Title"), U("Message"), kYesOrNo, messagebox::kYesButton,
+                                      messagebox::kIconNote, nullptr, handler, 0, 0);
+    };
+    EXPECT_EQ(ask({}), messagebox::kNoAnswerButton);
+    EXPECT_THROW(ask([](messagebox::Button) { throw std::runtime_error("from the product"); }), std::runtime_error);
+    EXPECT_FALSE(zelui::Application::CancelActiveDialog());
+}
+
+TEST(MessageBoxTest, WhenTheApplicationEndsItTheAnswerIsThatOfEscapeAndNobodyIsTold) {
+    bool told = false;
+    AsyncCallFromMainThread([] { QCoreApplication::exit(); });
+    EXPECT_EQ(messagebox::Messagebox(
+                  nullptr, U("Title"), U("Message"), kYesOrNo, messagebox::kYesButton, messagebox::kIconNote, nullptr,
+                  [&told](messagebox::Button) { told = true; }, 0, 0),
+              messagebox::kNoAnswerButton);
+    EXPECT_FALSE(told);
+    EXPECT_EQ(FindBox(), nullptr);
+    // Qt lets no loop run any more until the outermost one has begun anew.
+    AsyncCallFromMainThread([] { QCoreApplication::exit(); });
+    QCoreApplication::exec();
+}
+
+TEST(MessageBoxTest, ALongQuestionKeepsItsButtons) {
+    const zelcore::ustring lines = Repeat("Plug-in number one of a great many\n", 300);
+    WhenShown([](QMessageBox& box) {
+        EXPECT_TRUE(box.screen()->availableGeometry().contains(box.geometry()));
+        EXPECT_EQ(box.buttons().size(), 3) << "Yes, No and the details";
+        PressEscape(box);
+    });
+    EXPECT_EQ(messagebox::Messagebox(nullptr, U("Title"), lines, kYesOrNo, messagebox::kYesButton,
+                                     messagebox::kIconNote, nullptr, {}, 0, 0),
+              messagebox::kNoAnswerButton);
 }
 
 }  // namespace zeltests

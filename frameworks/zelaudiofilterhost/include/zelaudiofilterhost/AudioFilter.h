@@ -77,9 +77,10 @@ public:
 
     /// Puts the filter into a track with these channels and this side-chain, which has no channels where the track has
     /// none. A filter that can work in several layouts is asked to take the track's; both maps become the best fit, the
-    /// side-chain is connected. Processing that has been started starts over. False, and nothing changed, for more than
-    /// kMaxTargetChannels. Harmless for a format that the filter has already: the maps stay as they are then. Fires
-    /// the target-format signal, then that of each map that changed. Never while a Process is under way.
+    /// side-chain is connected. Processing that has been started starts over; IsProcessing tells whether the filter
+    /// took it. A side-chain that is only called by another name keeps sound and maps. False, and nothing changed, for
+    /// more than kMaxTargetChannels. Harmless for a format that the filter has already: the maps stay as they are then.
+    /// Fires the target-format signal, then that of each map that changed. Never while a Process is under way.
     bool SetTargetFormat(const zelmediatypes::AudioChannelLayout& layout, const AudioFilterBusDescription& sideChain);
     /// The track's main channels; none before the first SetTargetFormat.
     const zelmediatypes::AudioChannelLayout& GetChannelMapTargetChannelLayout() const;
@@ -122,6 +123,8 @@ public:
     /// (1 to 10 million). Again with other numbers starts over. False when the filter refuses or memory is short; it is
     /// then stopped.
     bool StartProcessing(double sampleRate, int maximumFrames);
+    /// Whether it is started.
+    bool IsProcessing() const { return mIsStarted; }
     /// Back to where StartProcessing came from; harmless when stopped. Never while a Process is under way.
     void StopProcessing();
     /// Processes one block of the track. `inputs` has one pointer per target channel, `outputs` one per main target
@@ -154,6 +157,7 @@ protected:
 
 private:
     void SyncEffectChannels() const;
+    void MoveTo(const zelmediatypes::AudioChannelLayout& layout, const AudioFilterBusDescription& sideChain);
 
     const std::unique_ptr<ChannelRouting> mRouting;
     bool mIsStarted;

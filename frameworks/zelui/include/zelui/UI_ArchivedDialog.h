@@ -39,7 +39,9 @@ public:
     const boost::intrusive_ptr<UI_SubView>& GetContentNode() const;
 
     /// The button closes the dialog with kResponseOK, or with kResponseCancel; null takes that away again. Whoever has
-    /// the button tell somebody else, too, is told first.
+    /// the button tell somebody else, too, is told first. Return presses OK, which is drawn so, unless it is disabled
+    /// or hidden. Escape and closing the window press Cancel; while it is disabled they do nothing, and without it they
+    /// close the dialog all the same.
     void SetOkButton(const boost::intrusive_ptr<controls::UI_Button>& button);
     void SetCancelButton(const boost::intrusive_ptr<controls::UI_Button>& button);
 
@@ -60,7 +62,10 @@ protected:
 
 private:
     class ArchivedPeer;
+    UI_ArchivedDialog(const drawbot::SupplierInterface* supplier, ArchivedPeer* peer);
     ArchivedPeer& GetArchivedPeer() const;
+    /// As if the user had pressed it.
+    static void Press(controls::UI_Button& button);
 
     const drawbot::SupplierInterface* const mSupplier;
 };

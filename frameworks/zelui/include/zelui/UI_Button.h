@@ -3,6 +3,9 @@
 #include <zelui/UI_ControlView.h>
 
 namespace zelui {
+namespace ui {
+class UI_ArchivedDialog;
+}
 namespace controls {
 
 /// Told when a button was pressed and released, or a check box toggled.
@@ -32,7 +35,9 @@ protected:
     void TellUsed();
 
 private:
+    friend class ui::UI_ArchivedDialog;
     boost::shared_ptr<ButtonChangedFunction> mButtonChanged;
+    boost::function<void()> mAfterUse;  ///< what the dialog does whose button this is, after all others were told
     zelcore::ustring mText;
 };
 

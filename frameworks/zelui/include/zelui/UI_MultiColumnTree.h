@@ -21,14 +21,21 @@ class UI_MultiColumnTreeHeaderRow;
 /// are scrolled, sorted and replaced in milliseconds.
 ///
 /// Columns are known by their index, from 0, and, where a header is made, by the id that the header gave them. All
-/// sizes are display units; cells are rectangles in the tree's local coordinates.
+/// sizes are display units; cells are rectangles in the coordinates of the tree's own frame, as for UI_Draw.
 ///
-/// Keyboard: arrows, Page Up and Down, Home and End move the row; Left and Right the cell, where cells can be selected.
+/// Keyboard: arrows, Page Up and Down, Home and End move the row, with Shift they select up to it and with Control they
+/// select nothing, where several can be selected; Left and Right move the cell, where cells can be selected, and scroll
+/// otherwise. Control and A selects all, Control and Space this row or not this row, Control and a digit sorts.
 /// Space, and Return in a cell with a control, use the first control of the selected cell, or of the row when that cell
 /// has none. Tab goes on to the next cell of the row that has a control, and beyond the last one out of the list.
 /// Screen readers are told the texts of SetCellTextFunction.
 ///
-/// Main thread. Callbacks may let go of the tree, and change its rows.
+/// A control in a cell that has no text of its own is known to screen readers by the column's title and the first text
+/// of the row, unless it has a name. The focus of a control whose row leaves the view goes to the list.
+///
+/// Main thread. Callbacks may let go of the tree, and change its rows. What they throw is reported and ends there, but
+/// for what SortTree calls. What has changed is laid out and shown soon, all at once; a row that is drawn is not
+/// changed under the drawing. A tree that goes tells nobody.
 class ZELUI_API UI_MultiColumnTree : public UI_ControlView, public ui::UI_Container {
 public:
     typedef boost::intrusive_ptr<UI_MultiColumnTreeRow> RowPtr;
@@ -46,24 +53,26 @@ public:
 
     UI_MultiColumnTree();
 
-    // What the list can do; set before it is filled
+    // What the list can do. All false unless set, but for SetSupportUserSelectableRows
 
     /// Whether rows can have rows below them. There are none so far: true is the same as false.
     void SetAllowChildren(bool allow);
-    /// Whether a frame shows that the list has the keyboard focus. The selected row shows it always.
+    /// Whether a frame shows that the list has the keyboard focus. The current row shows it always, and without one the
+    /// frame does.
     void SetIndicateFocus(bool indicate);
     /// Whether it may be that no row is selected. Without it a click always leaves one.
     void SetSupportNoneSelected(bool support);
-    /// Whether a click below the last row selects none.
+    /// Whether a click below the last row selects none, where that may be.
     void SetSupportDeselectAllOnEmptyTreeClick(bool support);
     void SetSupportMultipleSelections(bool support);
     /// Whether typing selects the next row whose first text begins with what is typed.
     void SetSupportNonArrowKeysToSelectRow(bool support);
-    /// Whether people can select rows, and single cells in them. Rows: true, cells: false unless set.
+    /// Whether people can select rows, and single cells in them. The program always can.
     void SetSupportUserSelectableRows(bool support);
     void SetSupportUserSelectableCells(bool support);
     /// For a tree without a header: 1 unless set, at most kMaxColumns. A header counts its columns itself.
     void SetNumberOfColumns(int count);
+    /// Whole and at least 10; 0 for a column that is not there.
     void SetColumnWidth(int index, float width);
     float GetColumnWidth(int index) const;
     int GetColumnCount() const;
@@ -71,9 +80,12 @@ public:
 
     void SetDrawCellOfRowCallback(const DrawCellOfRowCallback& callback);
     /// Called for each row that comes into view or leaves it, by scrolling, sorting, resizing or because the list is
-    /// shown or hidden; soon after it happened, from the main loop, or at once by IsRowVisible's and SyncVisibility's
-    /// callers. A row that is removed while it is visible leaves it before it goes.
+    /// shown or hidden; soon after it happened, from the main loop and before it is painted, or at once by
+    /// SyncVisibility. IsRowVisible says which it was. A row that is removed while it is visible leaves it before it
+    /// goes.
     void SetRowVisibilityChangedCallback(const RowVisibilityChangedCallback& callback);
+    /// Called after every change of which rows are selected, or which cell is: by the user, by the program, and because
+    /// rows were removed.
     void SetRowsSelectionChangedCallback(const SelectionChangedCallback& callback);
     void SetCellSelectionChangedCallback(const SelectionChangedCallback& callback);
     void SetCellSortDataFunction(const CellSortDataFunction& function);
@@ -83,27 +95,31 @@ public:
 
     // Rows
 
-    /// Adds a row at its end, unsorted. `isLast` false says that more follow at once, so that the list is laid out and
-    /// shown only once. A row is in one tree at a time.
+    /// Adds a row at its end, unsorted. `isLast` false says that more follow at once. A row is in one tree at a time:
+    /// throws std::invalid_argument for one that is in a tree, and for null.
     void AppendRow(const RowPtr& row, bool isLast = true);
     /// A new row, appended.
     RowPtr CreateAndAppendRow(bool isLast = true);
-    /// Takes all rows out, those that are visible leave first.
+    /// Takes all rows out, those that are visible leave first. What is scrolled to stays as far as there are rows when
+    /// the list is shown next.
     void RemoveAllRows();
     /// How many there are, and the one at a place of the shown order; null beyond the end.
     std::size_t GetRowCount() const;
     RowPtr GetRowAt(std::size_t place) const;
     /// Sorts by the header's sort column and direction, equal rows stay in their order. Nothing without a header or a
-    /// sort column. Rows that are appended later stand unsorted at the end until the next time. The selection stays
-    /// with its rows. Keys are compared without regard to case, then exactly; digits in them as numbers ("2" is before
-    /// "10").
+    /// sort column. Without a sort function by the texts. Each key is asked for once; a function that throws or changes
+    /// the rows leaves the order, and what it throws reaches the caller. Rows that are appended later stand unsorted at
+    /// the end until the next time. The selection stays with its rows. Keys are compared without regard to case, then
+    /// exactly; digits in them as numbers ("2" is before "10").
     void SortTree();
     void ScrollToTop();
     /// Scrolls as little as is needed for the row to be seen in full.
     void ScrollToRow(const RowPtr& row);
     float GetRowHeight() const;
+    /// Whether the row was told to be visible last.
     bool IsRowVisible(const RowPtr& row) const;
-    /// Has visibility changes that are still to be told told now.
+    /// Has visibility changes that are still to be told told now. Nothing while some are being told: that goes on until
+    /// none is left.
     void SyncVisibility();
 
     // Selection
@@ -111,7 +127,9 @@ public:
     bool IsAnyRowSelected() const;
     /// In the order in which they are shown.
     Rows GetSelectedRows() const;
+    /// This row and no other; nothing for one that is not in the tree.
     void SelectRow(const RowPtr& row);
+    /// Also where people cannot.
     void DeselectAll();
     /// Index of the selected cell of the only selected row; -1 when there is none.
     int GetSelectedCellOfSelectedRow() const;
@@ -123,7 +141,11 @@ public:
 
     using UI_ControlView::UI_AsContainer;
     ui::UI_Container* UI_AsContainer() override;
+    /// What the list's own widget does with a key, for whoever hands one over. Tab and Shift with Tab: true when the
+    /// focus has gone on to another control of the row, or back to the list; false leaves the key to others.
     bool UI_DoKeyboardEvent(const ui::KeyboardEvent& event) override;
+    /// Shift with Tab comes from behind, to the last control of the current row.
+    bool UI_GainKeyboardFocus(ui::FocusChangeReason reason) override;
 
 protected:
     ~UI_MultiColumnTree() override;
@@ -134,8 +156,13 @@ protected:
 private:
     friend class UI_MultiColumnTreeHeaderRow;
     friend class UI_MultiColumnTreeRow;
-    class TreePeer;
     class Impl;
+    class TreeCells;
+    class TreeColumns;
+    class TreeKeys;
+    class TreePeer;
+    class TreeSelection;
+    class TreeVisibility;
     const std::unique_ptr<Impl> mImpl;
 };
 

@@ -23,11 +23,12 @@ public:
     typedef std::uint32_t ColumnID;
     typedef boost::function<float(int index)> ColumnBestFitWidthCallback;
 
-    /// The header of that tree from now on, without columns. The tree holds it and outlives it.
+    /// The header of that tree from now on, without columns. The tree holds it; a former one belongs to no tree any
+    /// more. Harmless after the tree has gone.
     explicit UI_MultiColumnTreeHeaderRow(UI_MultiColumnTree& tree);
 
     /// `id` is above 0 and none that is there already (throws std::invalid_argument otherwise); at most
-    /// UI_MultiColumnTree::kMaxColumns.
+    /// UI_MultiColumnTree::kMaxColumns (throws std::length_error). 100 wide until it is set.
     void AppendColumn(const zelcore::ustring& title, ColumnID id);
     /// The id of the column at `index`; 0 when there is none.
     ColumnID GetColumnAt(int index) const;
@@ -58,6 +59,8 @@ private:
         zelcore::ustring title;
         float width;
     };
+
+    void TellTree();
 
     UI_MultiColumnTree* mTree;  ///< null once the tree has gone
     std::vector<Column> mColumns;

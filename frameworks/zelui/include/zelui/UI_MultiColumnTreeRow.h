@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
 
 #include <boost/intrusive_ptr.hpp>
@@ -24,8 +25,8 @@ public:
     /// The tree that it is in; null when it is in none.
     UI_MultiColumnTree* GetTree() const { return mTree; }
     /// The node for controls in the cell of that column; its frame is the cell's, so that a control at 0, 0 stands in
-    /// the cell's left top corner. Made when it is first asked for, and let go of when the row leaves the view. Null
-    /// for a column that is not there and a row that is in no tree.
+    /// the cell's left top corner. Made when it is first asked for, and let go of when the row leaves the view, after
+    /// that was told, or the tree. Null for a column that is not there and a row that is in no tree.
     boost::intrusive_ptr<ui::UI_SubView> GetCellView(int index);
 
 protected:

@@ -35,8 +35,10 @@ enum NodeChange {
     kNodeShownChanged = 1,  ///< it was shown or hidden
     kNodeStateChanged = 2,  ///< it became disabled or enabled, by itself or with an ancestor
     kNodePlaceChanged = 3,  ///< it, or an ancestor, came into a window or left it
-    kNodeScaleChanged = 4  ///< UI_GetPixelScale answers something else: its window came to a screen with another scale,
-                           ///< or the screen's scale changed. Not told when it comes into a window or leaves it
+    kNodeScaleChanged = 4,  ///< UI_GetPixelScale answers something else: its window came to a screen with another
+                            ///< scale, or the screen's scale changed. Not told when it comes into a window or leaves it
+    kNodeWindowGoing = 5  ///< a platform window in it, of which somebody has the handle, is about to go while the node
+                          ///< stays: the window round it is being closed, and has others when it is shown again
 };
 
 /// A part of what a window shows. The node is the truth: its frame, whether it is shown, disabled or has the focus are
@@ -163,6 +165,7 @@ private:
     void TellPlaceChanged();
     void TellStateChanged();
     void TellScaleChanged();
+    void TellWindowGoing();
     void PassFocusOn();
     void LeavePlace();
     void DropPeers();

@@ -1,23 +1,40 @@
 #pragma once
 
+#include <cstddef>
+
 #include <zelui/UI_InteractiveControlView.h>
 
 namespace zelui {
 namespace controls {
 
-/// One line of text that the user can change. Typing is a gesture: a start with the first change, a change for each one
-/// after it (the first included), an end with Return or when the focus goes; Escape takes the text of before back and
-/// is a cancel, as long as something was changed, and no key of the field otherwise.
+/// One line of text that the user can change.
+///
+/// Typing is a gesture: a start with the first change (the text is still the one of before), a change for each one
+/// after it (the first included), an end with Return or when the focus goes. Escape takes the text of before back (one
+/// more change when it was another one) and is a cancel. Return and Escape are keys of the field only during a gesture,
+/// so that a dialog gets them otherwise; Tab is never. What an input method is still composing is no change yet. A
+/// change that comes while the field has not got the focus, by a drop or from a screen reader, is a gesture of its own,
+/// told at once.
+///
+/// Losing the focus, also with the whole window, being hidden, disabled or taken out of the window ends a gesture; as
+/// that happens inside of other things, often while what the field is part of is being destroyed, it is told from the
+/// main loop, or when the next gesture begins, and not at all when nobody holds the field any more.
+///
+/// While it is disabled the user cannot change it; the program can, at any time, also from what it is told: the text on
+/// the screen then is the program's, and what could be undone before is gone.
 class ZELUI_API UI_TextEdit : public UI_InteractiveControlView {
 public:
     UI_TextEdit();
 
-    /// At most kMaxLength code units, what is beyond is cut off; line ends become blanks. Setting it tells nobody.
+    /// At most kMaxLength code units, what is beyond is cut off; line ends, tabs and other control characters become
+    /// blanks, halves of surrogate pairs are left out. The same goes for what the user puts in. Setting it tells
+    /// nobody.
     void SetValue(const zelcore::ustring& text);
     const zelcore::ustring& GetValue() const { return mText; }
     static constexpr std::size_t kMaxLength = 32768;
 
-    /// Shown in an empty field, dimmed: what may be typed here.
+    /// Shown in an empty field, dimmed: what may be typed here. It is also what screen readers call a field that has no
+    /// name and no static text before it.
     void SetPlaceholder(const zelcore::ustring& text);
     const zelcore::ustring& GetPlaceholder() const { return mPlaceholder; }
 
@@ -27,11 +44,13 @@ protected:
 
 private:
     friend class UI_ClearButtonTextEdit;
+    friend class UI_SearchBox;
     class TextEditPeer;
 
     zelcore::ustring mText;
     zelcore::ustring mPlaceholder;
-    bool mShowsClearButton = false;
+    bool mHasClearButton = false;
+    bool mHasMagnifier = false;
 };
 
 }  // namespace controls

@@ -1,0 +1,7 @@
+#include "ArchivedButtonOrder.h"
+
+namespace zelui {
+
+bool ConfirmingButtonStandsLast() { return true; }
+
+}  // namespace zelui

@@ -1,0 +1,180 @@
+#include <filesystem>
+
+#include <gmock/gmock.h>
+#include <QApplication>
+#include <QPushButton>
+#include <QTest>
+#include <zelaudiofilterhost/BannedPluginManager.h>
+#include <zelaudiofilterhost/PluginModuleInfoManager.h>
+#include <zelaudiofilterhost/ScanProtocol.h>
+#include <zelcore/DebugDatabase.h>
+#include <zelcore/Dir.h>
+#include <zelui/UI_ProgressDialog.h>
+
+#include "ManagerStage.h"
+
+namespace zeltests {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::UnorderedElementsAre;
+using zelaudiofilterhost::BannedPluginManager;
+using zelaudiofilterhost::PluginModuleInfoManager;
+using zelcore::filesupport::Dir;
+
+namespace {
+
+/// The dialog over a folder of real test plug-ins, with the real scanner program.
+class RescanTest : public ManagerStage {
+protected:
+    RescanTest() {
+        Dir::SetAppDir(mAppFolder.GetDir());
+        std::filesystem::create_symlink(
+            std::string(ZEL_BIN_DIR) + "/" + zelaudiofilterhost::scanprotocol::kScannerFileName,
+            mAppFolder.Path(zelaudiofilterhost::scanprotocol::kScannerFileName));
+        SetFolders({mPlugins.GetPath()});
+        SaveCatalogue();
+    }
+    ~RescanTest() override { Dir::SetAppDir(Dir()); }
+
+    std::string Put(const std::string& testPlugin, const std::string& name) {
+        std::filesystem::copy_file(TestPlugin(testPlugin), mPlugins.Path(name),
+                                   std::filesystem::copy_options::overwrite_existing);
+        return mPlugins.Path(name);
+    }
+    /// Presses the cancel button of the progress dialog as soon as it is there.
+    void CancelScan() {
+        WhenTrue(
+            [this] { return FindBox() != nullptr && FindBox()->findChild<QPushButton*>("CancelButton") != nullptr; },
+            [this] { QTest::mouseClick(FindBox()->findChild<QPushButton*>("CancelButton"), Qt::LeftButton); });
+    }
+    std::vector<std::string> ReadPaths() const { return Read(GetPlugins(), 4); }
+    std::vector<std::string> ReadStatus() const { return Read(GetPlugins(), 3); }
+
+    ThrowAwayFolder mAppFolder;
+    ThrowAwayFolder mPlugins;
+};
+
+}  // namespace
+
+TEST_F(RescanTest, TheScannerProcessFindsNewPluginsAndTheListShowsThem) {
+    const std::string gain = Put("vst/good/zel_gain.so", "gain.so");
+    RunDialog([&] {
+        EXPECT_THAT(ReadPaths(), IsEmpty());
+        Click("UpdateButton");
+        EXPECT_THAT(ReadPaths(), ElementsAre(gain));
+        EXPECT_FALSE(Find("EnableAllButton").UI_IsDisabled());
+    });
+}
+
+TEST_F(RescanTest, APluginThatCrashesTheScannerIsListedAsNotWorkingAndTheOthersAreThere) {
+    const std::string gain = Put("vst/good/zel_gain.so", "gain.so");
+    const std::string crash = Put("vst/bad/crash_when_described.so", "crash.so");
+    RunDialog([&] {
+        Click("UpdateButton");
+        EXPECT_THAT(ReadPaths(), ElementsAre(gain, crash));
+        EXPECT_EQ(ReadStatus()[0], "Working");
+        // With the reason, for who asks for it.
+        EXPECT_EQ(ReadStatus()[1].rfind("Not Working: ", 0), 0u) << ReadStatus()[1];
+    });
+}
+
+TEST_F(RescanTest, InThisProcessWhereTheDeveloperKeyAllowsIt) {
+    zelcore::debug::DebugDatabase::Instance().SetEntry("AudioPluginManager.ShowExternalCheckBox", "true");
+    const std::string gain = Put("vst/good/zel_gain.so", "gain.so");
+    std::filesystem::remove(mAppFolder.Path(zelaudiofilterhost::scanprotocol::kScannerFileName));
+    RunDialog([&] {
+        Click("SeparateProcess");
+        Click("UpdateButton");
+        EXPECT_THAT(ReadPaths(), ElementsAre(gain));
+    });
+}
+
+TEST_F(RescanTest, AChoiceSurvivesARescanOfEverything) {
+    const std::string gain = Put("vst/good/zel_gain.so", "gain.so");
+    RunDialog([&] {
+        Click("UpdateButton");
+        ClickNode(*GetEnabledBox(0));
+        EXPECT_FALSE(IsEnabled(gain));
+        Click("RescanExisting");
+        Click("UpdateButton");
+        EXPECT_FALSE(IsEnabled(gain));
+        EXPECT_FALSE(GetEnabledBox(0)->IsChecked());
+    });
+}
+
+TEST_F(RescanTest, AChoiceSurvivesAnUpdateOfTheFileAndAMoveOfTheFolderList) {
+    const std::string gain = Put("vst/good/zel_gain.so", "gain.so");
+    RunDialog([&] {
+        Click("UpdateButton");
+        ClickNode(*GetEnabledBox(0));
+        Put("vst/good/zel_many.so", "gain.so");
+        Click("UpdateButton");
+        EXPECT_FALSE(IsEnabled(gain));
+        SetFolders({"/nowhere", mPlugins.GetPath()});
+        Click("UpdateButton");
+        EXPECT_FALSE(IsEnabled(gain));
+        EXPECT_FALSE(GetEnabledBox(0)->IsChecked());
+    });
+}
+
+TEST_F(RescanTest, ACancelledScanKeepsWhatWasFoundAndSetsAsideWhatItWasStoppedIn) {
+    const std::string gain = Put("vst/good/zel_gain.so", "a.so");
+    const std::string hangs = Put("vst/bad/hang_when_opened.so", "b.so");
+    RunDialog([&] {
+        WhenTrue([&] { return PluginModuleInfoManager::GetInstance().FindPluginInfo(Locate(gain)) != nullptr; },
+                 [this] { CancelScan(); });
+        Click("UpdateButton");
+        EXPECT_THAT(ReadPaths(), ElementsAre(gain, hangs));
+        EXPECT_THAT(ReadStatus(),
+                    ElementsAre("Working", "Not Working: the scan was stopped while this plug-in was scanned"));
+    });
+}
+
+TEST_F(RescanTest, ReloadBringsABannedPluginBackThatWorksByNow) {
+    const std::string gain = Put("vst/good/zel_gain.so", "gain.so");
+    Ban(gain);
+    RunDialog([&] {
+        EXPECT_EQ(ReadStatus()[0], "Not Working");
+        ClickNode(*GetReloadButton(0));
+        EXPECT_THAT(ReadStatus(), ElementsAre("Working"));
+        EXPECT_TRUE(GetEnabledBox(0)->IsChecked());
+        EXPECT_EQ(GetReloadButton(0), nullptr);
+    });
+    EXPECT_EQ(ReadFile(GetBansPath()).find(gain), std::string::npos);
+}
+
+TEST_F(RescanTest, ReloadOfOneThatStillCrashesBansItAgain) {
+    const std::string crash = Put("vst/bad/crash_when_described.so", "crash.so");
+    Ban(crash);
+    RunDialog([&] {
+        ClickNode(*GetReloadButton(0));
+        EXPECT_THAT(ReadPaths(), ElementsAre(crash));
+        EXPECT_NE(GetReloadButton(0), nullptr);
+    });
+}
+
+TEST_F(RescanTest, ReloadOfOneWhoseFileIsGoneTakesItOutOfTheCatalogueWithoutAScan) {
+    const std::string gain = Put("vst/good/zel_gain.so", "gain.so");
+    RunDialog([&] {
+        Click("UpdateButton");
+        Click("OKButton");
+    });
+    std::filesystem::remove(gain);
+    zelcore::debug::DebugDatabase::Instance().SetEntry("AlwaysShowPlugInRescanButton", "true");
+    int progress = 0;
+    const boost::signals::scoped_connection connection = zelui::dialogs::UI_ProgressDialog::GetProgressSignal().connect(
+        [&progress](unsigned long, unsigned long, const zelcore::ustring&) { ++progress; });
+    RunDialog([&] {
+        ASSERT_NE(GetReloadButton(0), nullptr);
+        ClickNode(*GetReloadButton(0));
+        EXPECT_THAT(ReadPaths(), IsEmpty());
+        Click("CancelButton");
+    });
+    EXPECT_EQ(progress, 0);
+    // Saved at once: not even Cancel brings back what is gone.
+    EXPECT_EQ(ReadFile(GetCataloguePath()).find("<plugin path=\"" + gain), std::string::npos);
+    EXPECT_EQ(PluginModuleInfoManager::GetInstance().FindPluginInfo(Locate(gain)), nullptr);
+}
+
+}  // namespace zeltests

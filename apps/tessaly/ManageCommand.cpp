@@ -1,11 +1,11 @@
 #include "ManageCommand.h"
 
+#include <functional>
 #include <iostream>
 #include <QApplication>
 #include <QPixmap>
 #include <QWidget>
 
-#include <zelaudiofilterhost/PluginModuleInfoManager.h>
 #include <zelaudiofilterhostui/AudioPluginManager.h>
 #include <zelcore/FileError.h>
 #include <zelcore/Localizer.h>
@@ -17,13 +17,12 @@
 #include <zelui/SupplierInterface.h>
 
 #include "ManagerSettingsFile.h"
-#include "Preferences.h"
 #include "WindowTheme.h"
 
 namespace tessaly {
 
-using zelaudiofilterhost::PluginModuleInfoManager;
 using zelcore::config::Localize;
+using zelcore::threads::MainLoop;
 
 namespace messagebox = zelui::dialogs::messagebox;
 
@@ -32,10 +31,30 @@ namespace {
 /// How long the dialog may take to be painted in full, in milliseconds.
 constexpr unsigned int kPictureDelay = 500;
 
-bool AsksToTryAgain(const zelcore::filesupport::FileError& error) {
+/// A timer that ends with the object.
+class Timer {
+public:
+    Timer(unsigned int milliseconds, const std::function<void()>& function)
+        : mId(MainLoop::GetInstalled()->StartTimer(milliseconds, function)) {}
+    ~Timer() { MainLoop::GetInstalled()->StopTimer(mId); }
+    Timer(const Timer&) = delete;
+    Timer& operator=(const Timer&) = delete;
+
+private:
+    const unsigned long mId;
+};
+
+/// The manager's window; null while another one is in front of it, or none is there.
+QWidget* FindManager() {
+    QWidget* const window = QApplication::activeModalWidget();
+    return window != nullptr && window->findChild<QWidget*>("PluginList") != nullptr ? window : nullptr;
+}
+
+bool AsksToOpenAgain(const zelcore::filesupport::FileError& error) {
     const zelcore::ustring question = zelcore::utility::FillPlaceholders(
-        Localize("$$$/tessaly/CatalogueNotSaved=The plug-in choices could not be saved: @0\n\nThey are still in use "
-                 "until Tessaly ends. Try again?"),
+        Localize("$$$/tessaly/CatalogueNotKept=The plug-in manager's changes could not be saved or taken back: "
+                 "@0\n\nOpen the plug-in manager again, with everything as it was left? Otherwise what was not saved "
+                 "is lost."),
         {zelcore::utility::UTF8to16(error.what())});
     return messagebox::Messagebox(zelui::drawbot::SupplierInterface::GetDefault(), zelcore::config::GetClientName(),
                                   question, messagebox::kYesButton | messagebox::kNoAnswerButton,
@@ -59,44 +78,35 @@ int ManageCommand::Run() {
 
 bool ManageCommand::RunDialog() {
     zelaudiofilterhostui::AudioPluginManagerSettings settings = ManagerSettingsFile::Load();
-    bool saved = true;
-    try {
-        zelaudiofilterhostui::AudioPluginManager::GetInstance().DoPluginManagerDialog(
-            zelui::drawbot::SupplierInterface::GetDefault(), settings, nullptr);
-    } catch (const zelcore::filesupport::FileError& error) {
-        saved = AsksToTryAgain(error) && SaveAgain();
+    bool isKept = false;
+    for (bool again = true; again && !isKept;) {
+        try {
+            zelaudiofilterhostui::AudioPluginManager::GetInstance().DoPluginManagerDialog(
+                zelui::drawbot::SupplierInterface::GetDefault(), settings, nullptr);
+            isKept = true;
+        } catch (const zelcore::filesupport::FileError& error) {
+            again = AsksToOpenAgain(error);
+        }
     }
     if (!ManagerSettingsFile::Save(settings))
         std::cerr << "tessaly: the plug-in manager's place and sort order could not be saved\n";
-    return saved;
-}
-
-bool ManageCommand::SaveAgain() {
-    PluginModuleInfoManager& catalogue = PluginModuleInfoManager::GetInstance();
-    for (;;) {
-        try {
-            catalogue.SaveConfiguration(Preferences::GetCatalogueFile(), true);
-            catalogue.GetPluginInfosChangedSignal()();
-            return true;
-        } catch (const zelcore::filesupport::FileError& error) {
-            if (!AsksToTryAgain(error)) return false;
-        }
-    }
+    return isKept;
 }
 
 int ManageCommand::RunForScreenshot() {
-    bool written = false;
-    zelcore::threads::MainLoop& loop = *zelcore::threads::MainLoop::GetInstalled();
-    const unsigned long timer = loop.StartTimer(kPictureDelay, [this, &written] {
-        QWidget* const window = QApplication::activeModalWidget();
-        if (window == nullptr) return;
-        written = window->grab().save(QString::fromStdString(mLine.screenshot), "PNG");
-        zelui::Application::CancelActiveDialog();
-    });
-    RunDialog();
-    loop.StopTimer(timer);
-    if (!written) std::cerr << "tessaly: the picture could not be written to '" << mLine.screenshot << "'\n";
-    return written ? kExitDone : kExitFailed;
+    bool isWritten = false;
+    bool isKept = false;
+    {
+        const Timer timer(kPictureDelay, [this, &isWritten] {
+            if (QWidget* const window = FindManager())
+                isWritten = window->grab().save(QString::fromStdString(mLine.screenshot), "PNG");
+            // Whatever is in front: nobody is there to answer it.
+            zelui::Application::CancelActiveDialog();
+        });
+        isKept = RunDialog();
+    }
+    if (!isWritten) std::cerr << "tessaly: the picture could not be written to '" << mLine.screenshot << "'\n";
+    return isWritten && isKept ? kExitDone : kExitFailed;
 }
 
 }  // namespace tessaly

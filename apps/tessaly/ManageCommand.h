@@ -16,7 +16,6 @@ public:
 
 private:
     bool RunDialog();
-    static bool SaveAgain();
     int RunForScreenshot();
 
     CommandLine mLine;

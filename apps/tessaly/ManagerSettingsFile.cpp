@@ -1,6 +1,6 @@
 #include "ManagerSettingsFile.h"
 
-#include <QRect>
+#include <QFileInfo>
 #include <QSettings>
 
 #include <zelcore/File.h>
@@ -14,6 +14,8 @@ using zelaudiofilterhostui::AudioPluginManagerSettings;
 namespace {
 
 constexpr std::uint32_t kLastColumn = 5;
+/// In bytes; what is written has some hundred.
+constexpr qint64 kLargestFile = 1 << 16;
 
 QString GetPath() {
     const zelcore::filesupport::File file(zelcore::filesupport::Dir::PrefDir(),
@@ -24,14 +26,15 @@ QString GetPath() {
 }  // namespace
 
 AudioPluginManagerSettings ManagerSettingsFile::Load() {
-    const QSettings file(GetPath(), QSettings::IniFormat);
     AudioPluginManagerSettings settings;
+    if (QFileInfo(GetPath()).size() > kLargestFile) return settings;
+    const QSettings file(GetPath(), QSettings::IniFormat);
     settings.rescanExisting = file.value("rescanExisting", false).toBool();
     settings.sortColumn = file.value("sortColumn", 0).toUInt();
     if (settings.sortColumn > kLastColumn) settings.sortColumn = 0;
     settings.sortAscending = file.value("sortAscending", false).toBool();
-    const QRect rect = file.value("rect").toRect();
-    settings.dialogRect = {rect.left(), rect.top(), rect.width(), rect.height()};
+    settings.dialogRect = {file.value("left").toInt(), file.value("top").toInt(), file.value("width").toInt(),
+                           file.value("height").toInt()};
     return settings;
 }
 
@@ -40,9 +43,10 @@ bool ManagerSettingsFile::Save(const AudioPluginManagerSettings& settings) {
     file.setValue("rescanExisting", settings.rescanExisting);
     file.setValue("sortColumn", settings.sortColumn);
     file.setValue("sortAscending", settings.sortAscending);
-    const auto& rect = settings.dialogRect;
-    file.setValue("rect", QRect(static_cast<int>(rect.left), static_cast<int>(rect.top), static_cast<int>(rect.width),
-                                static_cast<int>(rect.height)));
+    file.setValue("left", static_cast<int>(settings.dialogRect.left));
+    file.setValue("top", static_cast<int>(settings.dialogRect.top));
+    file.setValue("width", static_cast<int>(settings.dialogRect.width));
+    file.setValue("height", static_cast<int>(settings.dialogRect.height));
     file.sync();
     return file.status() == QSettings::NoError;
 }

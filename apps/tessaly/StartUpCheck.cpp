@@ -1,10 +1,11 @@
 #include "StartUpCheck.h"
 
+#include <algorithm>
 #include <iostream>
+#include <vector>
 
 #include <zelaudiofilterhost/BannedPluginManager.h>
 #include <zelaudiofilterhostui/AudioPluginManager.h>
-#include <zelaudiofilterhostui/AudioPluginScan.h>
 #include <zelcore/FileError.h>
 #include <zelcore/MainLoop.h>
 #include <zelcore/Utf.h>
@@ -17,8 +18,10 @@
 namespace tessaly {
 
 using zelaudiofilterhost::BannedPluginManager;
+using zelaudiofilterhost::PluginLocator;
 using zelaudiofilterhostui::AudioPluginManager;
-using zelaudiofilterhostui::AudioPluginScan;
+using zelcore::filesupport::Dir;
+using zelcore::filesupport::File;
 using zelcore::threads::MainLoop;
 
 namespace {
@@ -41,6 +44,16 @@ void Check() {
         zelui::drawbot::SupplierInterface::GetDefault(), nullptr);
 }
 
+void TellOfNewBans(const std::vector<PluginLocator>& before) {
+    BannedPluginManager& bans = BannedPluginManager::GetInstance();
+    for (auto banned = bans.BannedBegin(); banned != bans.BannedEnd(); ++banned) {
+        if (std::find(before.begin(), before.end(), *banned) != before.end()) continue;
+        std::cerr << "tessaly: the last scan ended while it loaded "
+                  << TerminalText::MakePrintable(TerminalText::FromText(banned->GetPath()))
+                  << ", which is banned from now on\n";
+    }
+}
+
 }  // namespace
 
 void StartUpCheck::Run() {
@@ -56,18 +69,17 @@ void StartUpCheck::Run() {
 }
 
 void StartUpCheck::CheckWithoutDisplay() {
-    const bool wasLeft = AudioPluginScan::GetLastScannedPluginPath().Exists();
-    {
-        const BoxDismisser dismisser;
-        Check();
-    }
     BannedPluginManager& bans = BannedPluginManager::GetInstance();
-    if (!wasLeft || bans.BannedBegin() == bans.BannedEnd()) return;
-    std::cerr << "tessaly: the last scan did not come to its end; banned are now: ";
-    for (auto banned = bans.BannedBegin(); banned != bans.BannedEnd(); ++banned)
-        std::cerr << (banned == bans.BannedBegin() ? "" : ", ")
-                  << TerminalText::MakePrintable(TerminalText::FromText(banned->GetPath()));
-    std::cerr << '\n';
+    bans.LoadConfiguration(File(Dir::PrefDir(), bans.GetSettingsFileName()));
+    const std::vector<PluginLocator> before(bans.BannedBegin(), bans.BannedEnd());
+    const BoxDismisser dismisser;
+    try {
+        Check();
+    } catch (...) {
+        TellOfNewBans(before);
+        throw;
+    }
+    TellOfNewBans(before);
 }
 
 }  // namespace tessaly

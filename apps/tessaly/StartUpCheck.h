@@ -6,8 +6,10 @@ namespace tessaly {
 /// thread, with an application object.
 class StartUpCheck {
 public:
-    /// Tells the user in a box, or on the error stream where there is no display. What cannot be read or deleted is
-    /// told there, too; the program goes on with what there is.
+    /// Tells the user in a box, or on the error stream where there is no display. A list that cannot be written or a
+    /// marker that cannot be deleted is told there, too, and the program goes on. Throws
+    /// zelcore::filesupport::FileError for a file that is there and cannot be read: what is in it must not be replaced
+    /// by the next save.
     static void Run();
 
 private:

@@ -17,8 +17,9 @@ public:
     explicit AudioFilterEditorView(const boost::intrusive_ptr<zelaudiofilterhost::AudioFilter>& filter);
 
     /// Opens the plug-in's editor, or makes the generic one. Exceptions of the filter pass to the caller; the view is
-    /// then as before. Plug-ins run the event loop while they open: a CloseEditor from there, or the end of the window,
-    /// closes the editor for good, and the view is empty when this returns.
+    /// then as before. Plug-ins run the event loop while they are asked for their editor and while it opens: a
+    /// CloseEditor from there, or the end of the window, closes the editor for good, and the view is empty when this
+    /// returns; of an OpenEditor from there the editor is open once.
     void OpenEditor() override;
     /// Closes the plug-in's editor and takes it away. A generic editor stays for the next opening.
     void CloseEditor() override;

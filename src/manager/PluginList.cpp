@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <optional>
 
 #include <boost/bind/bind.hpp>
@@ -166,8 +167,11 @@ void PluginList::FitColumns() {
 
 float PluginList::GetBestFitWidth(int index) const {
     const std::uint32_t column = mHeader->GetColumnAt(index);
+    // A check box needs no more room than it has.
+    if (index == kEnabledIndex) return kColumns[kEnabledIndex].width;
     const float buttonWidth = GetButtonSize(mSupplier).x + 2.0f * kButtonMargin;
-    float width = 0.0f;
+    const ustring title = index >= 0 && index < int(std::size(kColumns)) ? Localize(kColumns[index].title) : ustring();
+    float width = MeasureCellText(mSupplier, title);
     for (const auto& [treeRow, row] : mRows) {
         float cell = MeasureCellText(mSupplier, GetText(row.entry, column));
         if (column == kStatus && NeedsReloadButton(row.entry)) cell += buttonWidth;

@@ -1,6 +1,7 @@
 #include "manager/PluginManagerDialog.h"
 
 #include <algorithm>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -12,6 +13,7 @@
 #include <zelaudiofilterhost/PluginTechnology.h>
 #include <zelaudiofilterhostui/AudioPluginScan.h>
 #include <zelcore/DebugDatabase.h>
+#include <zelcore/FileError.h>
 #include <zelcore/Localizer.h>
 #include <zelcore/Signals.h>
 #include <zelcore/Utf.h>
@@ -89,6 +91,9 @@ private:
     void EnableAll(bool enable);
     bool ScansInSeparateProcess() const { return mSeparateProcess->GetValue() == 1; }
     const zelui::drawbot::SupplierInterface& GetDrawing() const;
+
+    void TellOfFailure(const std::function<void()>& work);
+    void Reload(const zelaudiofilterhost::PluginLocator& locator);
 
     void OnUpdate();
     void OnEnableAll() { EnableAll(true); }
@@ -284,13 +289,30 @@ void PluginManagerDialog::OnUpdate() {
     const boost::intrusive_ptr<PluginManagerDialog> self(this);
     const bool rescanExisting = mRescanExisting->GetValue() == 1;
     const bool separateProcess = ScansInSeparateProcess();
-    AudioPluginScan scan(GetSupplier());
-    scan.ScanForPlugins(GetPlatformWindow(false), rescanExisting, separateProcess);
+    TellOfFailure([&] {
+        AudioPluginScan scan(GetSupplier());
+        scan.ScanForPlugins(GetPlatformWindow(false), rescanExisting, separateProcess);
+    });
     RefillPlugins(true, true);
+}
+
+// Nobody above the event loop would hear of it, and the list has to follow whatever became of the catalogue.
+void PluginManagerDialog::TellOfFailure(const std::function<void()>& work) {
+    try {
+        work();
+    } catch (const zelcore::filesupport::FileError& error) {
+        messagebox::ShowCaution(GetSupplier(), zelcore::config::GetClientName(),
+                                zelcore::utility::UTF8to16(error.what()), GetPlatformWindow(false));
+    }
 }
 
 void PluginManagerDialog::OnReload(const PluginLocator& locator) {
     const boost::intrusive_ptr<PluginManagerDialog> self(this);
+    TellOfFailure([&] { Reload(locator); });
+    RefillPlugins(true, true);
+}
+
+void PluginManagerDialog::Reload(const PluginLocator& locator) {
     BannedPluginManager& bans = BannedPluginManager::GetInstance();
     bans.RemoveBannedPlugin(locator);
     bans.SaveConfiguration(GetBanListFile());
@@ -304,7 +326,6 @@ void PluginManagerDialog::OnReload(const PluginLocator& locator) {
         AudioPluginScan scan(GetSupplier());
         scan.ScanForPlugins(GetPlatformWindow(false), std::vector<PluginLocator>{locator}, ScansInSeparateProcess());
     }
-    RefillPlugins(true, true);
 }
 
 // The dialog fills its list itself after each thing that it does.

@@ -1,5 +1,7 @@
 #include <zelaudiofilterhostui/AudioFilterEditorView.h>
 
+#include <utility>
+
 #include <boost/bind/bind.hpp>
 #include <zelaudiofilterhostui/GenericAudioFilterEditorView.h>
 
@@ -25,6 +27,39 @@ private:
     bool& mFlag;
 };
 
+/// An OpenEditor that is under way. Whatever opens or closes the same view meanwhile has the last word. Main thread.
+class Opening {
+public:
+    explicit Opening(const AudioFilterEditorView& view)
+        : mView(view), mOuter(std::exchange(GetInnermost(), this)), mIsWanted(true) {}
+    ~Opening() { GetInnermost() = mOuter; }
+    Opening(const Opening&) = delete;
+    Opening& operator=(const Opening&) = delete;
+
+    /// Ends all those of a view.
+    static void Abandon(const AudioFilterEditorView& view) {
+        for (Opening* opening = GetInnermost(); opening != nullptr; opening = opening->mOuter) {
+            if (&opening->mView == &view) opening->mIsWanted = false;
+        }
+    }
+    /// Whether the view's innermost one, which is the one that asks, is to go on.
+    static bool IsWanted(const AudioFilterEditorView& view) {
+        const Opening* opening = GetInnermost();
+        while (opening != nullptr && &opening->mView != &view) opening = opening->mOuter;
+        return opening != nullptr && opening->mIsWanted;
+    }
+
+private:
+    static Opening*& GetInnermost() {
+        static Opening* innermost = nullptr;
+        return innermost;
+    }
+
+    const AudioFilterEditorView& mView;
+    Opening* const mOuter;
+    bool mIsWanted;
+};
+
 }  // namespace
 
 AudioFilterEditorView::AudioFilterEditorView(const boost::intrusive_ptr<AudioFilter>& filter)
@@ -42,16 +77,20 @@ AudioFilterEditorView::~AudioFilterEditorView() = default;
 
 void AudioFilterEditorView::OpenEditor() {
     const boost::intrusive_ptr<AudioFilterEditorView> self(this);
-    if (GetAudioFilter()->HasEditor())
+    Opening::Abandon(*this);
+    const Opening opening(*this);
+    const bool hasEditor = GetAudioFilter()->HasEditor();
+    if (!Opening::IsWanted(*this)) return;
+    if (hasEditor)
         OpenPluginEditor();
     else
         OpenGenericEditor();
-    SyncEditorViewBounds();
+    if (Opening::IsWanted(*this)) SyncEditorViewBounds();
 }
 
 void AudioFilterEditorView::OpenPluginEditor() {
     const boost::intrusive_ptr<AudioFilterEditor> editor = GetAudioFilter()->GetEditor();
-    if (!editor) return;
+    if (!editor || !Opening::IsWanted(*this)) return;
     // Closed while it opened it stays closed.
     if (editor->UsesPlatformView() && !EmbedEditor(editor)) return;
     mContentSizeConnection = editor->GetContentSizeChangedSignal().connect(
@@ -62,6 +101,7 @@ bool AudioFilterEditorView::EmbedEditor(const boost::intrusive_ptr<AudioFilterEd
     // Opened again without having been closed: the editor is open in one place only.
     mContentSizeConnection.disconnect();
     RemoveContent();
+    if (!Opening::IsWanted(*this)) return false;
     const boost::intrusive_ptr<PluginEmbedView> embedView(new PluginEmbedView(GetAudioFilter(), editor));
     ChildPushBack(embedView);
     // Before it opens: plug-ins run the event loop while they do, and whoever closes the view there closes this.
@@ -72,7 +112,7 @@ bool AudioFilterEditorView::EmbedEditor(const boost::intrusive_ptr<AudioFilterEd
         if (mContentView == embedView) RemoveContent();
         throw;
     }
-    if (mContentView != embedView) return false;
+    if (!Opening::IsWanted(*this) || mContentView != embedView) return false;
     mEditor = editor;
     mAdvanceFocusConnection = editor->GetAdvanceFocusSignal().connect(
         boost::bind(&AudioFilterEditorView::OnAdvanceFocus, this, boost::placeholders::_1));
@@ -83,7 +123,10 @@ bool AudioFilterEditorView::EmbedEditor(const boost::intrusive_ptr<AudioFilterEd
 
 void AudioFilterEditorView::OpenGenericEditor() {
     if (!mContentView) {
-        mContentView = GenericAudioFilterEditorView::Create(GetAudioFilter());
+        const boost::intrusive_ptr<zelui::ui::UI_SubView> content =
+            GenericAudioFilterEditorView::Create(GetAudioFilter());
+        if (!Opening::IsWanted(*this)) return;
+        mContentView = content;
         mCanScroll = true;
     }
     if (mContentView->UI_GetParentNode() == nullptr) ChildPushBack(mContentView);
@@ -91,8 +134,11 @@ void AudioFilterEditorView::OpenGenericEditor() {
 
 void AudioFilterEditorView::CloseEditor() {
     const boost::intrusive_ptr<AudioFilterEditorView> self(this);
+    Opening::Abandon(*this);
     mContentSizeConnection.disconnect();
-    if (GetAudioFilter()->HasEditor()) RemoveContent();
+    const boost::intrusive_ptr<zelui::ui::UI_SubView> content = mContentView;
+    // What was opened in the middle of the question is not what was to be closed.
+    if (GetAudioFilter()->HasEditor() && mContentView == content) RemoveContent();
 }
 
 void AudioFilterEditorView::RemoveContent() {
@@ -107,32 +153,37 @@ void AudioFilterEditorView::RemoveContent() {
 // Size
 
 void AudioFilterEditorView::SyncEditorViewBounds() {
-    if (!mContentView) return;
-    mContentView->UI_Show(true);
+    const boost::intrusive_ptr<zelui::ui::UI_SubView> content = mContentView;
+    if (!content) return;
+    content->UI_Show(true);
+    if (mContentView != content) return;
     RectF rect = UI_GetLocalRectF(false);
-    const RectF content = mContentView->UI_GetLocalRectF(false);
-    rect.width = content.width;
-    rect.height = content.height;
+    const RectF contentRect = content->UI_GetLocalRectF(false);
+    rect.width = contentRect.width;
+    rect.height = contentRect.height;
     UI_SetLocalRectF(rect);
-    mLastContentRect = mContentView->UI_GetLocalRectF(true);
+    if (mContentView == content) mLastContentRect = content->UI_GetLocalRectF(true);
 }
 
 void AudioFilterEditorView::OnEditorViewSizeChanged() {
     // An editor that draws into no platform window has no place here whose size could change.
-    if (mInSizeChange || !mContentView) return;
+    const boost::intrusive_ptr<zelui::ui::UI_SubView> content = mContentView;
+    if (mInSizeChange || !content) return;
     const boost::intrusive_ptr<AudioFilterEditorView> self(this);
     const Guard guard(mInSizeChange);
-    if (PluginEmbedView* const embedView = dynamic_cast<PluginEmbedView*>(mContentView.get()))
+    if (PluginEmbedView* const embedView = dynamic_cast<PluginEmbedView*>(content.get()))
         embedView->SyncSizeFromEditor();
-    const RectF content = mContentView->UI_GetLocalRectF(false);
-    const float widthChange = content.width - mLastContentRect.width;
-    const float heightChange = content.height - mLastContentRect.height;
+    if (mContentView != content) return;
+    const RectF contentRect = content->UI_GetLocalRectF(false);
+    const float widthChange = contentRect.width - mLastContentRect.width;
+    const float heightChange = contentRect.height - mLastContentRect.height;
     if (widthChange == 0.0f && heightChange == 0.0f) return;
     RectF rect = UI_GetLocalRectF(true);
-    rect.width = content.width;
-    rect.height = content.height;
+    rect.width = contentRect.width;
+    rect.height = contentRect.height;
     UI_SetLocalRectF(rect);
-    mLastContentRect = mContentView->UI_GetLocalRectF(true);
+    if (mContentView != content) return;
+    mLastContentRect = content->UI_GetLocalRectF(true);
     // With the guard still set: a host that resizes the editor in answer to this would never come to an end.
     GetContentSizeChangedSignal()();
 }

@@ -44,7 +44,7 @@ private:
 };
 
 /// The place of a plug-in's own editor: a platform window in which the editor is open from AttachEditor until the view
-/// goes, as large as the editor says.
+/// goes or another one attaches the same editor, as large as the editor says.
 class PluginEmbedView : public zelui::ui::UI_OSSubViewAdapter {
 public:
     typedef boost::intrusive_ptr<zelaudiofilterhost::AudioFilter> FilterPtr;
@@ -57,6 +57,7 @@ public:
           mTimerID(0),
           mTimerInstalled(false),
           mIsOpen(false),
+          mNextOpen(nullptr),
           mInstalledFunctions(true) {
         if (mFilter) AddPlatformWindow();
         const auto themeChanged =
@@ -65,8 +66,9 @@ public:
         zelui::ui::InstallThemeChangedFunction(themeChanged);
     }
 
-    /// Opens the editor. The view stands in a window by now. Plug-ins run the event loop while they open; whoever has
-    /// the view detached there, or lets go of it, has the editor closed.
+    /// Opens the editor, and takes it away from the view that has it open. The view stands in a window by now. Plug-ins
+    /// run the event loop while they open; whoever has the view detached there, or lets go of it, has the editor
+    /// closed.
     void AttachEditor() {
         if (!mFilter || !mEditor) return;
         const boost::intrusive_ptr<PluginEmbedView> self(this);
@@ -85,15 +87,17 @@ public:
 
     /// Closes the editor, if it was opened here; harmless again.
     void DetachEditor() {
-        if (mTimerID != 0) UI_RemoveTimer(mTimerID, false);
-        mTimerID = 0;
-        mTimerInstalled = false;
-        if (std::exchange(mIsOpen, false)) mEditor->CloseView();
+        StopTimer();
+        if (!mIsOpen) return;
+        SetOpen(false);
+        mEditor->CloseView();
     }
 
     /// Takes the size that the editor has now.
     void SyncSizeFromEditor() {
         if (!mEditor) return;
+        // It is the plug-in that is asked, and whoever it lets run may let go of the view.
+        const boost::intrusive_ptr<PluginEmbedView> self(this);
         const zelcore::geom::Rect wanted = mEditor->GetViewRect();
         zelcore::geom::RectF rect = UI_GetLocalRectF(true);
         rect.width = static_cast<float>(wanted.width);
@@ -142,25 +146,66 @@ private:
 
     /// Whether it is open now, and is to stay so.
     bool OpenEditor() {
-        mIsOpen = true;
+        const EditorPtr editor = mEditor;
+        PluginEmbedView* const former = FindViewOf(*editor);
+        if (former != nullptr && former != this) former->LoseEditor();
+        SetOpen(true);
         bool opened = false;
         try {
-            opened = mEditor->OpenView(GetOSView()->GetPlatformWindow(false));
+            opened = editor->OpenView(GetOSView()->GetPlatformWindow(false));
         } catch (...) {
-            mIsOpen = false;
+            SetOpen(false);
             throw;
         }
         // An editor that was closed in the middle of it says that it did not open; one that does not know better is
-        // closed again.
-        if (opened && !mIsOpen) mEditor->CloseView();
-        mIsOpen = mIsOpen && opened;
+        // closed again, unless it is open in another place by now.
+        if (opened && FindViewOf(*editor) == nullptr) editor->CloseView();
+        if (!opened) SetOpen(false);
         return mIsOpen;
+    }
+
+    /// The editor is open in another place, or about to be: what happens here does not concern it any more.
+    void LoseEditor() {
+        StopTimer();
+        SetOpen(false);
+        mEditor.reset();
+    }
+
+    /// The view that has the editor open, or is opening it; null for none.
+    static PluginEmbedView* FindViewOf(const zelaudiofilterhost::AudioFilterEditor& editor) {
+        PluginEmbedView* view = FirstOpen();
+        while (view != nullptr && view->mEditor.get() != &editor) view = view->mNextOpen;
+        return view;
+    }
+
+    /// The views with an open editor, each with the next one. A mere pointer: views may go after everything static.
+    static PluginEmbedView*& FirstOpen() {
+        static PluginEmbedView* first = nullptr;
+        return first;
+    }
+
+    void SetOpen(bool isOpen) {
+        if (isOpen == mIsOpen) return;
+        mIsOpen = isOpen;
+        PluginEmbedView** link = &FirstOpen();
+        while (!isOpen && *link != this) link = &(*link)->mNextOpen;
+        if (isOpen) {
+            mNextOpen = std::exchange(*link, this);
+        } else {
+            *link = std::exchange(mNextOpen, nullptr);
+        }
     }
 
     void StartTimer() {
         mTimerID = static_cast<std::int32_t>(zelui::ui::UI_NodeManager::Get(false).GetUniqueTimerID());
         UI_InstallTimer(kIdlePeriod, mTimerID);
         mTimerInstalled = true;
+    }
+
+    void StopTimer() {
+        if (mTimerID != 0) UI_RemoveTimer(mTimerID, false);
+        mTimerID = 0;
+        mTimerInstalled = false;
     }
 
     void PassThemeOn() {
@@ -170,10 +215,11 @@ private:
     }
 
     const FilterPtr mFilter;
-    const EditorPtr mEditor;
+    EditorPtr mEditor;  ///< null once another view has it
     std::int32_t mTimerID;
     bool mTimerInstalled;
-    bool mIsOpen;  ///< or being opened
+    bool mIsOpen;                ///< or being opened
+    PluginEmbedView* mNextOpen;  ///< of FirstOpen, while it is open
     InstalledFunctions mInstalledFunctions;
 };
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 #include "EditorSizeRequests.h"
 #include "EditorSupport.h"
@@ -28,19 +29,19 @@ Rect BoundRect(const vst2::EditorRect& given) {
 }  // namespace
 
 Vst2Editor::Vst2Editor(Vst2AudioFilter& filter)
-    : mFilter(&filter), mState(kClosed), mIsIdling(false), mIsTelling(false) {}
+    : mFilter(&filter), mState(kClosed), mIsAttached(false), mIsIdling(false), mIsTelling(false) {}
 
 Vst2Editor::~Vst2Editor() {
     // First: whoever asks for an editor while this one closes must not get one that is half gone.
     mFilter->ForgetEditor();
-    Vst2Editor::CloseView();
+    Close();
 }
 
 Rect Vst2Editor::GetViewRect() {
     const boost::intrusive_ptr<Vst2Editor> alive(this);
     if (mState == kClosed) {
         ForgetSize();
-    } else {
+    } else if (IsShown()) {
         UpdateSize();
     }
     return ToDisplayUnits(mWanted);
@@ -49,16 +50,16 @@ Rect Vst2Editor::GetViewRect() {
 bool Vst2Editor::OpenView(HWND parent) {
     if (parent == nullptr) return false;
     const boost::intrusive_ptr<Vst2Editor> alive(this);
-    CloseView();
+    Close();
+    // In the middle of a call of the effect's, as the state then says, there is no way to begin anew.
+    if (mState != kClosed) return false;
+    mState = kOpening;
     ForgetSize();
     mToldSize = GetWantedSize();
-    mState = kOpening;
-    mFilter->GetSizeRequests().Begin([this] { TellSize(); });
     const bool isOpened = OpenEffect(parent);
     // The effect may have run the event loop, and somebody may have closed this meanwhile.
-    if (mState != kOpening) return false;
-    if (!isOpened) {
-        CloseView();
+    if (!isOpened || mState != kOpening) {
+        Detach();
         return false;
     }
     mState = kOpen;
@@ -67,11 +68,8 @@ bool Vst2Editor::OpenView(HWND parent) {
 }
 
 void Vst2Editor::CloseView() {
-    if (mState == kClosed) return;
-    mState = kClosed;
-    mFilter->GetSizeRequests().End();
-    // After a failed opening too: it is not known how far the effect got.
-    CallPluginQuietly([this] { Dispatch(vst2::kEditorClose); });
+    const boost::intrusive_ptr<Vst2Editor> alive(this);
+    Close();
 }
 
 void Vst2Editor::Idle() {
@@ -125,6 +123,9 @@ bool Vst2Editor::PassKey(int osCode, int modifiers, unsigned short character, bo
 }
 
 bool Vst2Editor::OpenEffect(HWND parent) {
+    if (mState != kOpening) return false;
+    mFilter->GetSizeRequests().Begin([this] { TellSize(); });
+    mIsAttached = true;
     std::intptr_t result = 0;
     bool hasThrown = true;
     CallPluginQuietly([&] {
@@ -135,6 +136,19 @@ bool Vst2Editor::OpenEffect(HWND parent) {
     // Some know their size only now.
     UpdateSize();
     return result != 0 || !mWanted.IsEmpty();
+}
+
+void Vst2Editor::Close() noexcept {
+    if (mState == kOpening) mState = kAbandoned;
+    if (mState == kOpen) Detach();
+}
+
+void Vst2Editor::Detach() noexcept {
+    mState = kClosing;
+    mFilter->GetSizeRequests().End();
+    // After a failed opening too: it is not known how far the effect got.
+    if (std::exchange(mIsAttached, false)) CallPluginQuietly([this] { Dispatch(vst2::kEditorClose); });
+    mState = kClosed;
 }
 
 Rect Vst2Editor::AskRect() const {

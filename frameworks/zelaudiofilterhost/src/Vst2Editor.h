@@ -42,12 +42,16 @@ protected:
     ~Vst2Editor() override;
 
 private:
-    enum State { kClosed, kOpening, kOpen };
+    /// Abandoned: closed in the middle of being opened, of which the effect has to return first.
+    enum State { kClosed, kOpening, kAbandoned, kOpen, kClosing };
 
+    bool IsShown() const { return mState == kOpening || mState == kOpen; }
     /// Throws PluginLoadError when the effect throws.
     std::intptr_t Dispatch(vst2::EffectOperation operation, void* pointer = nullptr) const;
     bool PassKey(int osCode, int modifiers, unsigned short character, bool down) const;
     bool OpenEffect(HWND parent);
+    void Close() noexcept;
+    void Detach() noexcept;
     zelcore::geom::Rect AskRect() const;
     zelcore::geom::Point GetWantedSize() const;
     void ForgetSize();
@@ -57,6 +61,7 @@ private:
 
     const boost::intrusive_ptr<Vst2AudioFilter> mFilter;
     State mState;
+    bool mIsAttached;  ///< the effect was told to open it
     bool mIsIdling;
     bool mIsTelling;
     zelcore::geom::Rect mAnswered;  ///< what the effect answered last

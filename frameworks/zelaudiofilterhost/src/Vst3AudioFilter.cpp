@@ -37,14 +37,15 @@ Vst3AudioFilter::~Vst3AudioFilter() {
 bool Vst3AudioFilter::HasEditor() const {
     if (mEditor != nullptr) return true;
     if (!mHasEditor) mHasEditor = bool(MakeView());
-    return *mHasEditor;
+    return mEditor != nullptr || *mHasEditor;
 }
 
 boost::intrusive_ptr<AudioFilterEditor> Vst3AudioFilter::GetEditor() {
     if (mEditor != nullptr) return mEditor;
     Vst3Ptr<Steinberg::IPlugView> view = MakeView();
     mHasEditor = bool(view);
-    if (view) mEditor = new Vst3Editor(*this, std::move(view));
+    // The plug-in may have run the event loop, and somebody may have got an editor there.
+    if (view && mEditor == nullptr) mEditor = new Vst3Editor(*this, std::move(view));
     return mEditor;
 }
 

@@ -69,8 +69,9 @@ Vst3Editor::~Vst3Editor() {
 
 Rect Vst3Editor::GetViewRect() {
     const boost::intrusive_ptr<Vst3Editor> alive(this);
+    if (mState == kClosed) EnsureView();
+    // Made in the middle of something else, the view may be open by now.
     if (mState == kClosed) {
-        EnsureView();
         ForgetSize();
     } else if (IsShown()) {
         UpdateSize();
@@ -83,7 +84,12 @@ bool Vst3Editor::OpenView(HWND parent) {
     const boost::intrusive_ptr<Vst3Editor> alive(this);
     Close();
     // In the middle of a call of the plug-in's, as the state then says, there is no way to begin anew.
-    if (mState != kClosed || !EnsureView()) return false;
+    if (mState != kClosed) return false;
+    mState = kOpening;
+    if (!EnsureView() || mState != kOpening) {
+        mState = kClosed;
+        return false;
+    }
     BeginOpening();
     const bool isAttached = Attach(parent);
     if (!isAttached || mState != kOpening) {
@@ -147,7 +153,10 @@ bool Vst3Editor::Resize(const ViewRect& size) {
 
 bool Vst3Editor::EnsureView() {
     if (mView) return true;
-    mView = mFilter->MakeView();
+    Vst3Ptr<IPlugView> view = mFilter->MakeView();
+    // The plug-in may have run the event loop, and somebody may have needed one there.
+    if (mView) return true;
+    mView = std::move(view);
     ApplyScale();
     return bool(mView);
 }
@@ -155,7 +164,6 @@ bool Vst3Editor::EnsureView() {
 void Vst3Editor::BeginOpening() {
     mFrame = Vst3Ptr<Vst3PlugFrame>::Adopt(new Vst3PlugFrame(*this));
     mFrame->GetSizeRequests().Begin([this] { TellSize(); });
-    mState = kOpening;
     ForgetSize();
     mToldSize = GetWantedSize();
     Ask(mView, [this](IPlugView& view) { return view.setFrame(mFrame.Get()); });

@@ -38,8 +38,10 @@ const std::vector<NamedLayout>& GetNamedLayouts() {
         {"5.1", "$$$/zelmediatypes/ChannelLayout/5.1=5.1", MakeChannelLayout({L, R, C, Lfe, Ls, Rs})},
         {"6.1", "$$$/zelmediatypes/ChannelLayout/6.1=6.1", MakeChannelLayout({L, R, C, Lfe, Ls, Rs, Cs})},
         {"7.1", "$$$/zelmediatypes/ChannelLayout/7.1=7.1", MakeChannelLayout({L, R, C, Lfe, Ls, Rs, Lr, Rr})},
-        {"7.1.2", "$$$/zelmediatypes/ChannelLayout/7.1.2=7.1.2", MakeChannelLayout({L, R, C, Lfe, Ls, Rs, Lr, Rr, Ltf, Rtf})},
-        {"7.1.4", "$$$/zelmediatypes/ChannelLayout/7.1.4=7.1.4", MakeChannelLayout({L, R, C, Lfe, Ls, Rs, Lr, Rr, Ltf, Rtf, Ltr, Rtr})},
+        {"7.1.2", "$$$/zelmediatypes/ChannelLayout/7.1.2=7.1.2",
+         MakeChannelLayout({L, R, C, Lfe, Ls, Rs, Lr, Rr, Ltf, Rtf})},
+        {"7.1.4", "$$$/zelmediatypes/ChannelLayout/7.1.4=7.1.4",
+         MakeChannelLayout({L, R, C, Lfe, Ls, Rs, Lr, Rr, Ltf, Rtf, Ltr, Rtr})},
     };
     return *sLayouts;
 }

@@ -2,9 +2,8 @@
 
 #include <optional>
 
+#include <qnamespace.h>
 #include <QString>
-#include <Qt>
-#include <QtGlobal>
 
 class QKeyEvent;
 class QPainter;

@@ -5,6 +5,7 @@
 #include <QAbstractButton>
 #include <QPointer>
 #include <zelui/QtBridge.h>
+#include <zelui/UI_Checkbox.h>
 
 #include "ControlText.h"
 #include "NodeHost.h"
@@ -166,8 +167,13 @@ bool UI_MultiColumnTree::TreeKeys::Use(const KeyboardEvent& event, bool onlyInCe
     // Whoever was told may have taken the row away.
     if (!mImpl.Contains(row)) return true;
     TreeCells::ControlPtr control = mImpl.GetCells().FindControl(*row, GetUsedCell());
-    for (int i = 0; !control && !onlyInCell && i < mImpl.GetColumns().GetCount(); ++i)
-        control = mImpl.GetCells().FindControl(*row, i);
+    // Return is for the dialog's button; a check mark is set with Space.
+    if (onlyInCell && dynamic_cast<const UI_Checkbox*>(control.get()) != nullptr) return false;
+    const auto isUsable = [](const TreeCells::ControlPtr& one) { return one && !one->UI_IsDisabled(); };
+    for (int i = 0; !isUsable(control) && !onlyInCell && i < mImpl.GetColumns().GetCount(); ++i) {
+        const TreeCells::ControlPtr other = mImpl.GetCells().FindControl(*row, i);
+        if (!control || isUsable(other)) control = other;
+    }
     if (!control) return false;
     if (event.IsRepeat() || control->UI_IsDisabled()) return true;
     NodeHost* const host = NodeHost::Of(*control);

@@ -133,7 +133,12 @@ TEST_F(CrashCheckTest, TheCatalogueIsLoadedAfterTheBan) {
     SaveCatalogue();
     PluginModuleInfoManager::GetInstance().RemovePluginLocators({Locate("/p/one.so")});
     LeaveMarker("2||/p/gone.so");
+    bool wasThere = true;
+    mWhileShown = [&] {
+        wasThere = PluginModuleInfoManager::GetInstance().FindPluginInfo(Locate("/p/one.so")) != nullptr;
+    };
     Check();
+    EXPECT_FALSE(wasThere);
     EXPECT_TRUE(IsEnabled("/p/one.so"));
 }
 

@@ -155,6 +155,41 @@ TEST_F(PluginManagerDialogTest, TheSpaceBarTogglesTheSelectedPlugin) {
     });
 }
 
+TEST_F(PluginManagerDialogTest, ReturnAfterAClickOnACheckBoxIsOKAndLeavesTheChoice) {
+    AddThree();
+    SaveCatalogue();
+    RunDialog([this] {
+        ClickNode(*GetEnabledBox(0));
+        EXPECT_FALSE(IsEnabled("/p/delay.so"));
+        PressKey(Qt::Key_Return);
+        EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+    });
+    EXPECT_FALSE(IsEnabled("/p/delay.so"));
+    EXPECT_EQ(mChangedSignals, 1);
+}
+
+TEST_F(PluginManagerDialogTest, TheTabKeyGoesThroughTheControlsOfTheRowAndOutOfTheList) {
+    AddThree();
+    Ban("/p/crashes.so");
+    RunDialog([this] {
+        ASSERT_TRUE(GetPlugins().UI_GainKeyboardFocus(zelui::ui::kFocusByProgram));
+        PressKey(Qt::Key_End);
+        GetPlugins().SyncVisibility();
+        for (int i = 0; i < 4 && GetPlugins().UI_HasKeyboardFocus(true); ++i) PressKey(Qt::Key_Tab);
+        EXPECT_TRUE(Find("OKButton").UI_HasKeyboardFocus(false));
+    });
+}
+
+TEST_F(PluginManagerDialogTest, TheKeyboardStartsInTheDialogsFirstControl) {
+    AddThree();
+    RunDialog([this] { EXPECT_TRUE(Find("AddDirectoryButton").UI_HasKeyboardFocus(false)); });
+}
+
+TEST_F(PluginManagerDialogTest, APluginOfEachFormatIsCalledByIt) {
+    Ban("/p/a.component", zelaudiofilterhost::kTechnologyAU);
+    RunDialog([this] { EXPECT_THAT(Read(GetPlugins(), kTypeColumn), ElementsAre("AU")); });
+}
+
 TEST_F(PluginManagerDialogTest, SortingByEnabledPutsDisabledAndBannedOnesFirst) {
     AddThree();
     Ban("/p/crashes.so");

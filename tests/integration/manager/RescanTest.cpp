@@ -144,6 +144,35 @@ TEST_F(RescanTest, ReloadBringsABannedPluginBackThatWorksByNow) {
     EXPECT_EQ(ReadFile(GetBansPath()).find(gain), std::string::npos);
 }
 
+TEST_F(RescanTest, TheSpaceBarReloadsABannedPlugin) {
+    const std::string gain = Put("vst/good/zel_gain.so", "gain.so");
+    Ban(gain);
+    RunDialog([&] {
+        ASSERT_TRUE(GetPlugins().UI_GainKeyboardFocus(zelui::ui::kFocusByProgram));
+        PressKey(Qt::Key_Home);
+        PressKey(Qt::Key_Space);
+        EXPECT_THAT(ReadStatus(), ElementsAre("Working"));
+    });
+}
+
+TEST_F(RescanTest, ABanListThatCannotBeWrittenIsToldAndTheListIsAsTheCatalogueIs) {
+    const std::string gain = Put("vst/good/zel_gain.so", "gain.so");
+    Ban(gain);
+    std::filesystem::create_directories(GetBansPath() + "/inside");
+    bool wasTold = false;
+    RunDialog([&] {
+        WhenTrue([this] { return FindBox() != nullptr; },
+                 [&] {
+                     wasTold = true;
+                     QTest::keyClick(FindBox(), Qt::Key_Return);
+                 });
+        ClickNode(*GetReloadButton(0));
+        EXPECT_THAT(ReadPaths(), IsEmpty());
+    });
+    EXPECT_TRUE(wasTold);
+    std::filesystem::remove_all(GetBansPath());
+}
+
 TEST_F(RescanTest, ReloadOfOneThatStillCrashesBansItAgain) {
     const std::string crash = Put("vst/bad/crash_when_described.so", "crash.so");
     Ban(crash);

@@ -50,6 +50,7 @@ TEST_F(TessalyHelpTest, TellsOfEveryCommandAndEveryOption) {
     const OptionsByCommand there = {
         {"scan", {"--in-process", "--json", "--rescan"}},
         {"list", {"--json"}},
+        {"manage", {"--screenshot", "--theme"}},
         {"edit", {"--channel-map", "--component", "--generic", "--screenshot", "--side-chain", "--theme", "--track"}},
         {"render", {"--block", "--component", "--effect", "--map", "--set", "--side-chain", "--tail", "--track"}}};
     EXPECT_EQ(ReadHelp(GetHelp()), there);

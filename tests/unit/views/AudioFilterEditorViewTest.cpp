@@ -21,6 +21,19 @@ using zelaudiofilterhostui::AudioFilterEditorView;
 using zelaudiofilterhostui::GenericAudioFilterEditorView;
 using zelcore::geom::RectF;
 
+/// One whose host closes the editor when it hears of a certain size.
+class ClosingView : public AudioFilterEditorView {
+public:
+    using AudioFilterEditorView::AudioFilterEditorView;
+    float closesAtWidth = 0.0f;
+
+protected:
+    void UI_SizeChanged(const RectF& rect) override {
+        AudioFilterEditorView::UI_SizeChanged(rect);
+        if (rect.width == closesAtWidth) CloseEditor();
+    }
+};
+
 /// The view of a filter with an editor double; signals are recorded in the same list as the editor's calls.
 class AudioFilterEditorViewTest : public testing::Test {
 protected:
@@ -337,6 +350,77 @@ TEST_F(AudioFilterEditorViewTest, AViewMayBeLetGoOfWhileItsEditorOpens) {
     EXPECT_EQ(mFilter->GetRefCount(), 1);
 }
 
+TEST_F(AudioFilterEditorViewTest, AViewThatIsClosedWhileTheFilterIsAskedForItsEditorStaysClosed) {
+    for (const bool isInGetEditor : {false, true}) {
+        (isInGetEditor ? mFilter->onGetEditor : mFilter->onHasEditor) = [this] { mView->CloseEditor(); };
+        mView->OpenEditor();
+        EXPECT_THAT(mCalls, IsEmpty()) << isInGetEditor;
+        EXPECT_EQ(mView->ChildCount(), 0u) << isInGetEditor;
+        EXPECT_EQ(mEditor->GetContentSizeChangedSignal().num_slots(), 0u) << isInGetEditor;
+    }
+    mView->OpenEditor();
+    EXPECT_TRUE(mEditor->IsOpen());
+}
+
+TEST_F(AudioFilterEditorViewTest, AViewThatIsClosedWhileAFilterWithoutAnEditorIsAskedGetsNoGenericOne) {
+    mFilter->hasEditor = false;
+    mFilter->onHasEditor = [this] { mView->CloseEditor(); };
+    mView->OpenEditor();
+    EXPECT_EQ(mView->ChildCount(), 0u);
+    EXPECT_FALSE(mView->CanScrollContent());
+    mView->OpenEditor();
+    EXPECT_TRUE(ShowsGenericEditor());
+}
+
+TEST_F(AudioFilterEditorViewTest, AViewThatIsOpenedWhileTheFilterIsAskedForItsEditorHoldsItOnce) {
+    for (const bool isInGetEditor : {false, true}) {
+        (isInGetEditor ? mFilter->onGetEditor : mFilter->onHasEditor) = [this] { mView->OpenEditor(); };
+        mView->OpenEditor();
+        EXPECT_THAT(mCalls, ElementsAre("open", "rect")) << isInGetEditor;
+        EXPECT_EQ(mView->ChildCount(), 1u);
+        EXPECT_EQ(mEditor->GetContentSizeChangedSignal().num_slots(), 1u);
+        mView->CloseEditor();
+        mCalls.clear();
+    }
+}
+
+TEST_F(AudioFilterEditorViewTest, AViewThatIsClosedAndOpenedAgainWhileTheFilterIsAskedIsOpen) {
+    mFilter->onHasEditor = [this] {
+        mView->CloseEditor();
+        mView->OpenEditor();
+    };
+    mView->OpenEditor();
+    EXPECT_THAT(mCalls, ElementsAre("open", "rect"));
+    EXPECT_EQ(mView->ChildCount(), 1u);
+}
+
+TEST_F(AudioFilterEditorViewTest, AViewThatIsOpenedAnewWhileItClosesStaysOpen) {
+    OpenAndForget();
+    mFilter->onHasEditor = [this] { mView->OpenEditor(); };
+    mView->CloseEditor();
+    EXPECT_THAT(mCalls, ElementsAre("close", "open", "rect"));
+    EXPECT_TRUE(ShowsEmbeddedEditor());
+    EXPECT_TRUE(mEditor->IsOpen());
+}
+
+TEST_F(AudioFilterEditorViewTest, AViewThatIsClosedWhileTheEditorBeforeClosesStaysClosed) {
+    OpenAndForget();
+    mEditor->onClose = [this] {
+        mEditor->onClose = {};
+        mView->CloseEditor();
+    };
+    mView->OpenEditor();
+    EXPECT_THAT(mCalls, ElementsAre("close"));
+    EXPECT_EQ(mView->ChildCount(), 0u);
+}
+
+TEST_F(AudioFilterEditorViewTest, OpeningOneViewDoesNotKeepAnotherFromIt) {
+    const boost::intrusive_ptr<AudioFilterEditorView> other(new AudioFilterEditorView(mFilter));
+    mFilter->onHasEditor = [&other] { other->CloseEditor(); };
+    mView->OpenEditor();
+    EXPECT_TRUE(ShowsEmbeddedEditor());
+}
+
 TEST_F(AudioFilterEditorViewTest, AFilterThatHasAnEditorButMakesNoneShowsNothingAndIsAskedAgainTheNextTime) {
     mFilter->editor = nullptr;
     mView->OpenEditor();
@@ -414,6 +498,61 @@ TEST_F(AudioFilterEditorViewTest, AListenerMayLetGoOfTheViewWhenItsSizeChanges) 
     mEditor->GetContentSizeChangedSignal()();
     EXPECT_EQ(mView, nullptr);
     EXPECT_THAT(mCalls, ElementsAre("rect", "size changed", "close"));
+}
+
+TEST_F(AudioFilterEditorViewTest, AViewThatIsClosedWhileTheEditorIsAskedForItsNewSizeTellsNothing) {
+    OpenAndForget();
+    mEditor->rect = {0, 0, 400, 250};
+    mEditor->onRect = [this] { mView->CloseEditor(); };
+    mEditor->GetContentSizeChangedSignal()();
+    EXPECT_THAT(mCalls, ElementsAre("rect", "close"));
+    EXPECT_EQ(mView->ChildCount(), 0u);
+    EXPECT_EQ(mView->UI_GetLocalRectF(), (RectF{0.0f, 0.0f, 300.0f, 200.0f}));
+}
+
+TEST_F(AudioFilterEditorViewTest, AViewThatIsReopenedWhileTheEditorIsAskedForItsNewSizeHasIt) {
+    OpenAndForget();
+    mEditor->rect = {0, 0, 400, 250};
+    mEditor->onRect = [this] {
+        mEditor->onRect = {};
+        mView->CloseEditor();
+        mView->OpenEditor();
+    };
+    mEditor->GetContentSizeChangedSignal()();
+    EXPECT_THAT(mCalls, ElementsAre("rect", "close", "open", "rect"));
+    EXPECT_EQ(mView->UI_GetLocalRectF(), (RectF{0.0f, 0.0f, 400.0f, 250.0f}));
+    EXPECT_EQ(mView->ChildCount(), 1u);
+}
+
+TEST_F(AudioFilterEditorViewTest, AHostMayCloseTheEditorWhereItHearsOfTheViewsSize) {
+    const boost::intrusive_ptr<ClosingView> view(new ClosingView(mFilter));
+    mView = view;
+    mView->GetContentSizeChangedSignal().connect([this] { mCalls.push_back("size changed"); });
+    view->closesAtWidth = 300.0f;
+    mView->OpenEditor();
+    EXPECT_THAT(mCalls, ElementsAre("open", "rect", "close"));
+    EXPECT_EQ(mView->ChildCount(), 0u);
+    view->closesAtWidth = 400.0f;
+    OpenAndForget();
+    mEditor->rect = {0, 0, 400, 250};
+    mEditor->GetContentSizeChangedSignal()();
+    EXPECT_THAT(mCalls, ElementsAre("rect", "close"));
+    EXPECT_EQ(mView->ChildCount(), 0u);
+}
+
+TEST_F(AudioFilterEditorViewTest, ASecondViewOfAFilterTakesTheEditorAwayFromTheFirst) {
+    OpenAndForget();
+    const boost::intrusive_ptr<AudioFilterEditorView> second(new AudioFilterEditorView(mFilter));
+    second->OpenEditor();
+    EXPECT_THAT(mCalls, ElementsAre("open", "rect"));
+    mView->CloseEditor();
+    EXPECT_THAT(mCalls, ElementsAre("open", "rect"));
+    EXPECT_TRUE(mEditor->IsOpen());
+    mView->OpenEditor();
+    second->CloseEditor();
+    EXPECT_THAT(mCalls, ElementsAre("open", "rect", "open", "rect"));
+    mView->CloseEditor();
+    EXPECT_FALSE(mEditor->IsOpen());
 }
 
 TEST_F(AudioFilterEditorViewTest, AListenerMayLetGoOfTheViewWhenTheFocusAdvances) {

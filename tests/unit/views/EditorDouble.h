@@ -3,6 +3,7 @@
 #include <cmath>
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <zelaudiofilterhost/AudioFilterEditor.h>
@@ -104,12 +105,26 @@ public:
     FilterWithEditor() : AudioFilterDouble({{"Gain", "dB", 0.5f}, {"Mix", "%", 0.25f}}) {}
 
     bool hasEditor = true;
+    /// Run in the middle of what is asked, once: plug-ins run the event loop when they are asked for their editors.
+    mutable std::function<void()> onHasEditor;
+    std::function<void()> onGetEditor;
     boost::intrusive_ptr<EditorDouble> editor;
     zelcore::ustring componentId = zelcore::utility::AsciiToUTF16("TEST-EDITOR");
 
     zelcore::ustring GetComponentID() const override { return componentId; }
-    bool HasEditor() const override { return hasEditor; }
-    boost::intrusive_ptr<zelaudiofilterhost::AudioFilterEditor> GetEditor() override { return editor; }
+    bool HasEditor() const override {
+        RunOnce(onHasEditor);
+        return hasEditor;
+    }
+    boost::intrusive_ptr<zelaudiofilterhost::AudioFilterEditor> GetEditor() override {
+        RunOnce(onGetEditor);
+        return editor;
+    }
+
+private:
+    static void RunOnce(std::function<void()>& function) {
+        if (const auto once = std::exchange(function, {})) once();
+    }
 };
 
 }  // namespace zeltests

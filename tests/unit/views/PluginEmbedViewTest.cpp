@@ -50,6 +50,16 @@ public:
 typedef Open<PluginEmbedView> EmbedView;
 typedef Open<AudioFilterHostView> HostView;
 
+class TimerView : public PluginEmbedView {
+public:
+    using PluginEmbedView::PluginEmbedView;
+    int ticks = 0;
+    bool UI_DoTimerNotify(long timer) override {
+        ++ticks;
+        return PluginEmbedView::UI_DoTimerNotify(timer);
+    }
+};
+
 boost::intrusive_ptr<OS_Window> GetOnlyWindow(OS_Window& window) {
     if (window.ChildCount() != 1) return nullptr;
     return dynamic_cast<OS_Window*>(window.ChildAt(0).get());
@@ -133,6 +143,89 @@ TEST_F(PluginEmbedViewTest, AViewThatLosesItsWindowWhileItIsOpenClosesTheEditorB
     CloseWindow();
     EXPECT_THAT(mCalls, ElementsAre("close"));
     EXPECT_FALSE(ProcessUntil([this] { return mCalls.size() > 1; }, std::chrono::milliseconds(100)));
+}
+
+TEST_F(PluginEmbedViewTest, AnotherViewThatOpensTheEditorTakesItAway) {
+    const boost::intrusive_ptr<EmbedView> former = ShowView(mFilter);
+    former->AttachEditor();
+    const std::unique_ptr<zelui::qt::NodeWidget> formerWindow = std::move(mWindow);
+    const boost::intrusive_ptr<EmbedView> view = ShowView(mFilter);
+    mCalls.clear();
+    view->AttachEditor();
+    EXPECT_THAT(mCalls, ElementsAre("open", "theme", "rect"));
+    Theme::Get().Choose(Theme::kLight);
+    mCalls.clear();
+    Theme::Get().Choose(Theme::kDark);
+    EXPECT_EQ(std::count(mCalls.begin(), mCalls.end(), "theme"), 1) << "it is told by one of them";
+    Theme::Get().Choose(Theme::kSystem);
+    mCalls.clear();
+    former->UI_DoTimerNotify(1);
+    former->SyncSizeFromEditor();
+    former->DetachEditor();
+    EXPECT_THAT(mCalls, IsEmpty());
+    EXPECT_TRUE(mEditor->IsOpen());
+    EXPECT_TRUE(ProcessUntil([this] { return mCalls.size() >= 3; })) << "it gets its turns from the other one";
+    view->DetachEditor();
+    EXPECT_FALSE(mEditor->IsOpen());
+    mCalls.clear();
+    EXPECT_FALSE(ProcessUntil([this] { return !mCalls.empty(); }, std::chrono::milliseconds(100)));
+}
+
+TEST_F(PluginEmbedViewTest, TheFormerViewsTimerEndsWhenAnotherViewOpensTheEditor) {
+    const boost::intrusive_ptr<TimerView> former(new TimerView(mFilter, mEditor));
+    mWindow = std::make_unique<zelui::qt::NodeWidget>(former);
+    mWindow->show();
+    former->AttachEditor();
+    ASSERT_TRUE(ProcessUntil([&former] { return former->ticks > 0; }));
+    const boost::intrusive_ptr<EmbedView> view(new EmbedView(mFilter, mEditor));
+    view->AttachEditor();
+    former->ticks = 0;
+    EXPECT_FALSE(ProcessUntil([&former] { return former->ticks > 0; }, std::chrono::milliseconds(200)));
+}
+
+TEST_F(PluginEmbedViewTest, AViewThatLosesTheEditorWhileItOpensDoesNotCloseItForTheOther) {
+    struct Ignorant : EditorDouble {
+        using EditorDouble::EditorDouble;
+        bool OpenView(HWND window) override {
+            EditorDouble::OpenView(window);
+            return true;
+        }
+    };
+    mEditor = new Ignorant(mCalls);
+    mCalls.clear();
+    const boost::intrusive_ptr<EmbedView> former = ShowView(mFilter);
+    const boost::intrusive_ptr<EmbedView> view(new EmbedView(mFilter, mEditor));
+    mEditor->onOpen = [this, &view] {
+        mEditor->onOpen = {};
+        view->AttachEditor();
+    };
+    former->AttachEditor();
+    former->DetachEditor();
+    EXPECT_THAT(mCalls, ElementsAre("open", "open", "rect"));
+    EXPECT_TRUE(mEditor->IsOpen());
+    view->DetachEditor();
+    EXPECT_FALSE(mEditor->IsOpen());
+}
+
+TEST_F(PluginEmbedViewTest, ViewsOfDifferentEditorsLeaveEachOtherAlone) {
+    std::vector<std::string> calls;
+    const boost::intrusive_ptr<EditorDouble> editor(new EditorDouble(calls));
+    const boost::intrusive_ptr<EmbedView> first(new EmbedView(mFilter, mEditor));
+    const boost::intrusive_ptr<EmbedView> second(new EmbedView(mFilter, editor));
+    first->AttachEditor();
+    second->AttachEditor();
+    first->DetachEditor();
+    EXPECT_THAT(mCalls, ElementsAre("open", "rect", "close"));
+    second->DetachEditor();
+    EXPECT_THAT(calls, ElementsAre("open", "rect", "close"));
+}
+
+TEST_F(PluginEmbedViewTest, AViewMayBeLetGoOfWhileTheEditorIsAskedForItsSize) {
+    boost::intrusive_ptr<EmbedView> view(new EmbedView(mFilter, mEditor));
+    view->AttachEditor();
+    mEditor->onRect = [&view] { view.reset(); };
+    view->SyncSizeFromEditor();
+    EXPECT_FALSE(mEditor->IsOpen());
 }
 
 TEST_F(PluginEmbedViewTest, AnEditorThatDoesNotOpenHasNoSizeAndGetsNoTurns) {

@@ -37,6 +37,11 @@ constexpr int kShift = 1;
 constexpr int kControl = 2;
 constexpr int kAlt = 4;
 
+/// Where zel_editor_modal runs the event loop, once.
+constexpr float kWhileAskedForItsSize = 0.25f;
+constexpr float kWhileOpening = 0.5f;
+constexpr float kWhileClosing = 0.75f;
+
 class Vst2EditorTest : public testing::Test {
 protected:
     void Load(const std::string& name) {
@@ -156,6 +161,71 @@ TEST_F(Vst2EditorTest, ClosingAClosedEditorCallsNothing) {
     EXPECT_EQ(Calls(), "open close");
     mEditor.reset();
     EXPECT_EQ(Calls(), "");
+}
+
+TEST_F(Vst2EditorTest, ClosedInTheMiddleOfBeingOpenedItIsClosedWhenTheEffectHasReturned) {
+    Load("zel_editor_modal");
+    Set("Where", kWhileOpening);
+    mLoop.Post([this] { mEditor->CloseView(); });
+    EXPECT_FALSE(mEditor->OpenView(NoWindow()));
+    EXPECT_EQ(Calls(), "open opened close");
+    EXPECT_EQ(Tell("Answer"), "1") << "it asked for a size";
+    EXPECT_FALSE(mEditor->DispatchCurrentFocus());
+    mEditor->Idle();
+    mLoop.RunPending();
+    EXPECT_EQ(mSizeChanges, 0);
+    EXPECT_TRUE(mEditor->OpenView(NoWindow()));
+    EXPECT_EQ(Calls(), "open");
+}
+
+TEST_F(Vst2EditorTest, ClosedWhileTheEffectIsAskedForItsSizeBeforeItOpensItDoesNotOpen) {
+    Load("zel_editor_modal");
+    Set("Where", kWhileAskedForItsSize);
+    mLoop.Post([this] { mEditor->CloseView(); });
+    EXPECT_FALSE(mEditor->OpenView(NoWindow()));
+    EXPECT_EQ(Calls(), "rect");
+    EXPECT_TRUE(mEditor->OpenView(NoWindow()));
+}
+
+TEST_F(Vst2EditorTest, LetGoOfInTheMiddleOfBeingOpenedItIsClosedWhenTheEffectHasReturned) {
+    Load("zel_editor_modal");
+    Set("Where", kWhileOpening);
+    mLoop.Post([this] {
+        mEditor->CloseView();
+        mEditor.reset();
+    });
+    EXPECT_FALSE(mEditor->OpenView(NoWindow()));
+    EXPECT_EQ(Calls(), "open opened close");
+    EXPECT_EQ(mFilter->GetRefCount(), 1);
+}
+
+TEST_F(Vst2EditorTest, OpenedInTheMiddleOfACallOfTheEffectsItDoesNotOpen) {
+    Load("zel_editor_modal");
+    std::optional<bool> answer;
+    const auto open = [&] { answer = mEditor->OpenView(NoWindow()); };
+    Set("Where", kWhileOpening);
+    mLoop.Post(open);
+    EXPECT_FALSE(mEditor->OpenView(NoWindow()));
+    EXPECT_EQ(answer, false);
+    EXPECT_EQ(Calls(), "open opened close");
+    ASSERT_TRUE(mEditor->OpenView(NoWindow()));
+    Set("Where", kWhileClosing);
+    answer.reset();
+    mLoop.Post(open);
+    mEditor->CloseView();
+    EXPECT_EQ(answer, false);
+    EXPECT_EQ(Calls(), "open close closed");
+    EXPECT_TRUE(mEditor->OpenView(NoWindow()));
+}
+
+TEST_F(Vst2EditorTest, LetGoOfInTheMiddleOfBeingClosedItStaysUntilTheEffectHasReturned) {
+    LoadOpen("zel_editor_modal");
+    Set("Where", kWhileClosing);
+    mLoop.Post([this] { mEditor.reset(); });
+    mEditor->CloseView();
+    EXPECT_FALSE(mEditor);
+    EXPECT_EQ(Calls(), "close closed");
+    EXPECT_EQ(mFilter->GetRefCount(), 1);
 }
 
 TEST_F(Vst2EditorTest, WithoutAParentNothingHappens) {

@@ -95,6 +95,13 @@ protected:
     std::string mAdvances;
 };
 
+/// ZelEditorModal3 runs the event loop in one place, once.
+class Vst3EditorModalTest : public Vst3EditorTest {
+protected:
+    enum Where { kNowhere, kMaking, kFrame, kAttached, kRemoved, kWheres };
+    void SetWhere(Where where) { SetStep("Where", where, kWheres); }
+};
+
 /// ZelEditorThrows3 throws in one place.
 class Vst3EditorThrowsTest : public Vst3EditorTest {
 protected:
@@ -204,6 +211,90 @@ TEST_F(Vst3EditorTest, ClosingAClosedEditorCallsNothing) {
     EXPECT_EQ(Calls(), "frame attached removed noframe gone");
     mEditor.reset();
     EXPECT_EQ(Calls(), "");
+}
+
+TEST_F(Vst3EditorModalTest, ClosedInTheMiddleOfBeingOpenedItIsClosedWhenTheViewHasReturned) {
+    Load("ZelEditorModal3");
+    SetWhere(kAttached);
+    mLoop.Post([this] { mEditor->CloseView(); });
+    EXPECT_FALSE(mEditor->OpenView(NoWindow()));
+    EXPECT_EQ(Calls(), "frame attached size.150x100 opened removed noframe gone");
+    EXPECT_FALSE(mEditor->DispatchCurrentFocus());
+    mEditor->Idle();
+    mLoop.RunPending();
+    EXPECT_EQ(mSizeChanges, 0);
+    EXPECT_TRUE(mEditor->OpenView(NoWindow()));
+    EXPECT_EQ(Calls(), "made frame attached size.150x100");
+}
+
+TEST_F(Vst3EditorModalTest, ClosedWhileTheViewGetsItsFrameItIsNotAttached) {
+    Load("ZelEditorModal3");
+    SetWhere(kFrame);
+    mLoop.Post([this] { mEditor->CloseView(); });
+    EXPECT_FALSE(mEditor->OpenView(NoWindow()));
+    EXPECT_EQ(Calls(), "frame framed noframe gone");
+    EXPECT_TRUE(mEditor->OpenView(NoWindow()));
+}
+
+TEST_F(Vst3EditorModalTest, ClosedWhileItsViewIsMadeItDoesNotOpen) {
+    LoadOpen("ZelEditorModal3");
+    mEditor->CloseView();
+    Calls();
+    SetWhere(kMaking);
+    mLoop.Post([this] { mEditor->CloseView(); });
+    EXPECT_FALSE(mEditor->OpenView(NoWindow()));
+    EXPECT_EQ(Calls(), "making made");
+    EXPECT_TRUE(mEditor->OpenView(NoWindow()));
+    EXPECT_EQ(Calls(), "frame attached size.150x100");
+}
+
+TEST_F(Vst3EditorModalTest, OpenedInTheMiddleOfACallOfThePluginsItDoesNotOpen) {
+    for (const Where where : {kMaking, kFrame, kAttached}) {
+        LoadOpen("ZelEditorModal3");
+        mEditor->CloseView();
+        std::optional<bool> answer;
+        mLoop.Post([&] { answer = mEditor->OpenView(NoWindow()); });
+        SetWhere(where);
+        EXPECT_FALSE(mEditor->OpenView(NoWindow())) << where;
+        EXPECT_EQ(answer, false) << where;
+        Calls();
+        EXPECT_TRUE(mEditor->OpenView(NoWindow())) << where;
+        mEditor->CloseView();
+        EXPECT_TRUE(Calls().ends_with("frame attached size.150x100 removed noframe gone")) << where;
+    }
+}
+
+TEST_F(Vst3EditorModalTest, OpenedWhileItIsAskedForItsSizeItIsOpenWithOneView) {
+    LoadOpen("ZelEditorModal3");
+    mEditor->CloseView();
+    Calls();
+    SetWhere(kMaking);
+    mLoop.Post([this] { EXPECT_TRUE(mEditor->OpenView(NoWindow())); });
+    EXPECT_EQ(mEditor->GetViewRect(), (Rect{0, 0, 150, 100}));
+    EXPECT_EQ(Calls(), "made frame attached size.150x100 making made gone") << "the one that came too late goes";
+    mEditor->CloseView();
+    EXPECT_EQ(Calls(), "removed noframe gone");
+}
+
+TEST_F(Vst3EditorModalTest, WhoAsksForTheEditorWhileItIsMadeGetsTheOneThatThereIs) {
+    mFilter = MakeVst3("good/ZelEditorModal3");
+    SetWhere(kMaking);
+    boost::intrusive_ptr<AudioFilterEditor> inner;
+    mLoop.Post([&] { inner = mFilter->GetEditor(); });
+    mEditor = mFilter->GetEditor();
+    ASSERT_TRUE(inner);
+    EXPECT_EQ(mEditor, inner);
+    EXPECT_EQ(mFilter->GetEditor(), inner);
+    EXPECT_EQ(Calls(), "made making made gone");
+}
+
+TEST_F(Vst3EditorModalTest, AnEditorThatWentAgainWhileTheNextIsMadeIsNotMissed) {
+    mFilter = MakeVst3("good/ZelEditorModal3");
+    SetWhere(kMaking);
+    mLoop.Post([&] { EXPECT_TRUE(mFilter->GetEditor()); });
+    mEditor = mFilter->GetEditor();
+    EXPECT_TRUE(mEditor);
+    EXPECT_EQ(Calls(), "made gone making made");
 }
 
 TEST_F(Vst3EditorTest, WithoutAParentNothingHappens) {

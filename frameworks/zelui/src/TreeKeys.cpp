@@ -169,10 +169,9 @@ bool UI_MultiColumnTree::TreeKeys::Use(const KeyboardEvent& event, bool onlyInCe
     TreeCells::ControlPtr control = mImpl.GetCells().FindControl(*row, GetUsedCell());
     // Return is for the dialog's button; a check mark is set with Space.
     if (onlyInCell && dynamic_cast<const UI_Checkbox*>(control.get()) != nullptr) return false;
-    const auto isUsable = [](const TreeCells::ControlPtr& one) { return one && !one->UI_IsDisabled(); };
-    for (int i = 0; !isUsable(control) && !onlyInCell && i < mImpl.GetColumns().GetCount(); ++i) {
+    for (int i = 0; !control && !onlyInCell && i < mImpl.GetColumns().GetCount(); ++i) {
         const TreeCells::ControlPtr other = mImpl.GetCells().FindControl(*row, i);
-        if (!control || isUsable(other)) control = other;
+        if (other && !other->UI_IsDisabled()) control = other;
     }
     if (!control) return false;
     if (event.IsRepeat() || control->UI_IsDisabled()) return true;

@@ -26,8 +26,9 @@ class UI_MultiColumnTreeHeaderRow;
 /// Keyboard: arrows, Page Up and Down, Home and End move the row, with Shift they select up to it and with Control they
 /// select nothing, where several can be selected; Left and Right move the cell, where cells can be selected, and scroll
 /// otherwise. Control and A selects all, Control and Space this row or not this row, Control and a digit sorts.
-/// Space, and Return in a cell with a control that is no check box, use the first control of the selected cell, or of the row when that cell
-/// has none. Tab goes on to the next cell of the row that has a control, and beyond the last one out of the list.
+/// Space uses the first control of the selected cell, or, when that cell has none, the row's first one that is not
+/// disabled; Return uses that of the selected cell, unless it is a check box. Tab goes on to the next cell of the row
+/// that has a control, and beyond the last one out of the list.
 /// Screen readers are told the texts of SetCellTextFunction.
 ///
 /// A control in a cell that has no text of its own is known to screen readers by the column's title and the first text

@@ -71,9 +71,11 @@ void NodeWidget::focusInEvent(QFocusEvent* event) {
 }
 
 bool NodeWidget::event(QEvent* event) {
+    // One of the events is the widget's own end.
+    const QPointer<NodeWidget> self(this);
     const bool handled = QWidget::event(event);
-    // Not while the members are still being made, or are gone already.
-    if (!mHost) return handled;
+    // Not while the members are still being made, either.
+    if (!self || !mHost) return handled;
     switch (event->type()) {
         case QEvent::Move:
         case QEvent::Resize:

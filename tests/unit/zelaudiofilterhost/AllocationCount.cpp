@@ -12,9 +12,13 @@ void Note() {
     if (tCounts) ++tCount;
 }
 
-void* Allocate(std::size_t size) {
+void* AllocateQuietly(std::size_t size) noexcept {
     Note();
-    if (void* const memory = std::malloc(size != 0 ? size : 1)) return memory;
+    return std::malloc(size != 0 ? size : 1);
+}
+
+void* Allocate(std::size_t size) {
+    if (void* const memory = AllocateQuietly(size)) return memory;
     throw std::bad_alloc();
 }
 
@@ -25,13 +29,17 @@ void Free(void* memory) {
 
 }  // namespace
 
-// For the whole program; the other forms end in these.
+// For the whole program: all forms but those for great alignments, or one form would free what another has made.
 void* operator new(std::size_t size) { return Allocate(size); }
 void* operator new[](std::size_t size) { return Allocate(size); }
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return AllocateQuietly(size); }
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept { return AllocateQuietly(size); }
 void operator delete(void* memory) noexcept { Free(memory); }
 void operator delete[](void* memory) noexcept { Free(memory); }
 void operator delete(void* memory, std::size_t) noexcept { Free(memory); }
 void operator delete[](void* memory, std::size_t) noexcept { Free(memory); }
+void operator delete(void* memory, const std::nothrow_t&) noexcept { Free(memory); }
+void operator delete[](void* memory, const std::nothrow_t&) noexcept { Free(memory); }
 
 namespace zeltests {
 

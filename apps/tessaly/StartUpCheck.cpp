@@ -71,7 +71,9 @@ void StartUpCheck::Run() {
 void StartUpCheck::CheckWithoutDisplay() {
     BannedPluginManager& bans = BannedPluginManager::GetInstance();
     bans.LoadConfiguration(File(Dir::PrefDir(), bans.GetSettingsFileName()));
-    const std::vector<PluginLocator> before(bans.BannedBegin(), bans.BannedEnd());
+    // In this order: the end is that of the list as it was at the beginning.
+    const auto begin = bans.BannedBegin();
+    const std::vector<PluginLocator> before(begin, bans.BannedEnd());
     const BoxDismisser dismisser;
     try {
         Check();

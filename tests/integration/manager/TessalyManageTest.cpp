@@ -90,4 +90,15 @@ TEST_F(TessalyManageTest, ACrashOfTheLastScanIsToldOnTheErrorStreamAndThePluginB
     EXPECT_THAT(Run({"scan"})->GetErrors(), Not(HasSubstr("/p/crashes.so")));
 }
 
+TEST_F(TessalyManageTest, WhatWasBannedBeforeIsNotToldAgain) {
+    WriteFile(GetPreference("ScannedPluginPath.txt"), "2||/p/first.so");
+    Run({"scan"});
+    WriteFile(GetPreference("ScannedPluginPath.txt"), "2||/p/second.so");
+    const auto program = Run({"scan"});
+    EXPECT_EQ(program->Wait(), 0) << program->GetErrors();
+    EXPECT_THAT(program->GetErrors(), HasSubstr("/p/second.so"));
+    EXPECT_THAT(program->GetErrors(), Not(HasSubstr("/p/first.so")));
+    EXPECT_THAT(program->GetOutput(), HasSubstr("2 banned"));
+}
+
 }  // namespace zeltests

@@ -29,12 +29,12 @@ namespace messagebox = zelui::dialogs::messagebox;
 namespace {
 
 /// How long the dialog may take to be painted in full, in milliseconds.
-constexpr unsigned int kPictureDelay = 500;
+constexpr int kPictureDelay = 500;
 
 /// A timer that ends with the object.
 class Timer {
 public:
-    Timer(unsigned int milliseconds, const std::function<void()>& function)
+    Timer(int milliseconds, const std::function<void()>& function)
         : mId(MainLoop::GetInstalled()->StartTimer(milliseconds, function)) {}
     ~Timer() { MainLoop::GetInstalled()->StopTimer(mId); }
     Timer(const Timer&) = delete;

@@ -23,7 +23,7 @@ const std::int64_t kConstraintsRecord = 4;
 // "($$$/key=Default)"; what has another form is no reference but a text.
 ustring Localized(const std::string& text) {
     const std::string_view all(text);
-    const bool isReference = all.starts_with("($$$/") && all.ends_with(')') && all.find('=') != all.npos;
+    const bool isReference = all.starts_with("($$$/") && all.ends_with(')') && all.find('=') != std::string_view::npos;
     if (!isReference) return zelcore::utility::UTF8to16(all);
     return zelcore::config::Localize(all.substr(1, all.size() - 2));
 }

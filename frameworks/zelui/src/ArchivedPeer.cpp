@@ -67,8 +67,10 @@ UI_ArchivedDialog::ArchivedPeer::~ArchivedPeer() {
     if (DialogWindow* const window = GetDialogWindow()) window->removeEventFilter(this);
     // The window stays until the event loop is reached, but what the controls know of the dialog has gone already:
     // another container takes them out of the window.
-    const boost::intrusive_ptr<UI_SubView> nowhere(new UI_SubView);
-    CallOut("A dialog's nodes that left their window", [&] { nowhere->ChildPushBack(mRoot); });
+    CallOut("A dialog's nodes that left their window", [this] {
+        const boost::intrusive_ptr<UI_SubView> nowhere(new UI_SubView);  // NOLINT(bugprone-unhandled-exception-at-new)
+        nowhere->ChildPushBack(mRoot);
+    });
 }
 
 DialogWindow* UI_ArchivedDialog::ArchivedPeer::GetDialogWindow() const {

@@ -12,7 +12,8 @@ namespace {
 
 void Tell(const UI_MultiColumnTree::SelectionChangedCallback& callback) {
     // It may be replaced while it runs.
-    const UI_MultiColumnTree::SelectionChangedCallback called = callback;
+    UI_MultiColumnTree::SelectionChangedCallback called;
+    called = callback;
     if (!called.empty()) CallOut("A list's selection handler", called);
 }
 

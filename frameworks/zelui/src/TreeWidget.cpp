@@ -358,13 +358,13 @@ void TreeWidget::timerEvent(QTimerEvent* event) {
 
 void TreeWidget::focusInEvent(QFocusEvent* event) {
     // Not the table's own, which would make a row the current one.
-    QAbstractScrollArea::focusInEvent(event);
+    QAbstractScrollArea::focusInEvent(event);  // NOLINT(bugprone-parent-virtual-call)
     update();
     viewport()->update();
 }
 
 void TreeWidget::focusOutEvent(QFocusEvent* event) {
-    QAbstractScrollArea::focusOutEvent(event);
+    QAbstractScrollArea::focusOutEvent(event);  // NOLINT(bugprone-parent-virtual-call)
     update();
     viewport()->update();
 }

@@ -60,7 +60,7 @@ void TellAboutCrash(const zelui::drawbot::SupplierInterface* supplier, const Plu
 
 void LoadBanLists() {
     BannedPluginManager& bans = BannedPluginManager::GetInstance();
-    const File permanent(Dir::PrefDir(), bans.GetPermanentBannedSettingsFileName());
+    const File permanent = GetPermanentBanListFile();
     if (!bans.LoadStaticConfiguration(permanent)) {
         WriteShippedBanList(permanent);
         bans.LoadStaticConfiguration(permanent);

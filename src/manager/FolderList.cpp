@@ -6,8 +6,6 @@
 #include <boost/bind/bind.hpp>
 #include <zelui/UI_SubView.h>
 
-#include "manager/ListCell.h"
-
 namespace zelaudiofilterhostui {
 
 using zelcore::ustring;
@@ -26,7 +24,7 @@ FolderList::FolderList(const boost::intrusive_ptr<Tree>& tree,
                        const boost::intrusive_ptr<zelaudiofilterhost::PluginTechnology>& technology,
                        const zelui::drawbot::SupplierInterface& supplier,
                        const boost::function<void()>& selectionChanged)
-    : mTree(tree), mTechnology(technology), mSupplier(supplier) {
+    : mTree(tree), mTechnology(technology), mCell(supplier) {
     using namespace boost::placeholders;
     mTree->SetAllowChildren(false);
     mTree->SetIndicateFocus(true);
@@ -57,7 +55,7 @@ void FolderList::Refill() {
     if (mTechnology) {
         for (auto folder = mTechnology->DirectoryBegin(); folder != mTechnology->DirectoryEnd(); ++folder) {
             mFolders[mTree->CreateAndAppendRow(folder + 1 == mTechnology->DirectoryEnd())] = *folder;
-            width = std::max(width, std::trunc(MeasureCellText(mSupplier, *folder)) + kEntryMargin + kEntryRest);
+            width = std::max(width, std::trunc(mCell.Measure(*folder)) + kEntryMargin + kEntryRest);
         }
     }
     mTree->SetColumnWidth(0, width);
@@ -80,7 +78,7 @@ ustring FolderList::GetText(const Tree::RowPtr& row) const {
 void FolderList::DrawCell(zelui::drawbot::Drawbot& drawbot, const Tree::RowPtr& row, const zelcore::geom::RectF& cell,
                           bool isHighlighted) const {
     // The column is as wide as its widest entry: nothing is cut off but by the list's own edge.
-    DrawCellText(drawbot, mSupplier, GetText(row), cell, zelui::drawbot::kTruncateNone, isHighlighted);
+    mCell.Draw(drawbot, GetText(row), cell, zelui::drawbot::kTruncateNone, isHighlighted);
 }
 
 }  // namespace zelaudiofilterhostui

@@ -10,6 +10,8 @@
 #include <zelui/SupplierInterface.h>
 #include <zelui/UI_MultiColumnTree.h>
 
+#include "manager/ListCell.h"
+
 namespace zelaudiofilterhostui {
 
 /// The list of a technology's plug-in folders: follows their changes, and knows which of them are selected. Belongs to
@@ -39,7 +41,7 @@ private:
 
     const boost::intrusive_ptr<Tree> mTree;
     const boost::intrusive_ptr<zelaudiofilterhost::PluginTechnology> mTechnology;
-    const zelui::drawbot::SupplierInterface& mSupplier;
+    const ListCell mCell;
     std::map<Tree::RowPtr, zelcore::ustring> mFolders;
     boost::signals::scoped_connection mDirectoriesConnection;
 };

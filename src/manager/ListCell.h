@@ -1,5 +1,6 @@
 #pragma once
 
+#include <boost/intrusive_ptr.hpp>
 #include <zelcore/Geometry.h>
 #include <zelcore/ustring.h>
 #include <zelui/Drawbot.h>
@@ -7,16 +8,23 @@
 
 namespace zelaudiofilterhostui {
 
-/// How far in a cell's text begins, and how much of the cell it leaves free; display units.
-constexpr float kCellTextInset = 6.0f;
+/// How the dialog's lists show a text in a cell: one line in the toolkit's own font, in the middle of the cell's
+/// height, in the colour of list text. One for a whole list, as it keeps the font.
+class ListCell {
+public:
+    /// How far in the text begins, and how much of the cell it leaves free; display units.
+    static constexpr float kTextInset = 6.0f;
 
-/// Draws one line of text in a cell, as the dialog's lists do: in the toolkit's own font, in the middle of the cell's
-/// height, shortened where it does not fit, in the colour of list text.
-void DrawCellText(zelui::drawbot::Drawbot& drawbot, const zelui::drawbot::SupplierInterface& supplier,
-                  const zelcore::ustring& text, const zelcore::geom::RectF& cell,
-                  zelui::drawbot::TruncateMode truncation, bool isHighlighted);
+    explicit ListCell(const zelui::drawbot::SupplierInterface& supplier);
 
-/// How wide a text is that DrawCellText draws, without its inset; 0 when there is no font.
-float MeasureCellText(const zelui::drawbot::SupplierInterface& supplier, const zelcore::ustring& text);
+    /// Draws nothing outside the cell; a text that does not fit is shortened.
+    void Draw(zelui::drawbot::Drawbot& drawbot, const zelcore::ustring& text, const zelcore::geom::RectF& cell,
+              zelui::drawbot::TruncateMode truncation, bool isHighlighted) const;
+    /// How wide a text is, without its inset; 0 when there is no font.
+    float Measure(const zelcore::ustring& text) const;
+
+private:
+    const boost::intrusive_ptr<zelui::drawbot::Font> mFont;
+};
 
 }  // namespace zelaudiofilterhostui

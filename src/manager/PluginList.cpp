@@ -14,8 +14,6 @@
 #include <zelcore/StringUtils.h>
 #include <zelcore/Utf.h>
 
-#include "manager/ListCell.h"
-
 namespace zelaudiofilterhostui {
 
 using zelaudiofilterhost::BannedPluginManager;
@@ -71,7 +69,7 @@ zelcore::geom::PointF GetButtonSize(const zelui::drawbot::SupplierInterface& sup
 
 PluginList::PluginList(const boost::intrusive_ptr<Tree>& tree, const zelui::drawbot::SupplierInterface& supplier,
                        const AudioPluginManagerSettings& settings, const ReloadFunction& reload)
-    : mTree(tree), mSupplier(supplier), mReload(reload) {
+    : mTree(tree), mSupplier(supplier), mCell(supplier), mReload(reload) {
     SetUpTree();
     SetUpHeader(settings);
     mTree->SortTree();
@@ -171,13 +169,13 @@ float PluginList::GetBestFitWidth(int index) const {
     if (index == kEnabledIndex) return kColumns[kEnabledIndex].width;
     const float buttonWidth = GetButtonSize(mSupplier).x + 2.0f * kButtonMargin;
     const ustring title = index >= 0 && index < int(std::size(kColumns)) ? Localize(kColumns[index].title) : ustring();
-    float width = MeasureCellText(mSupplier, title);
+    float width = mCell.Measure(title);
     for (const auto& [treeRow, row] : mRows) {
-        float cell = MeasureCellText(mSupplier, GetText(row.entry, column));
+        float cell = mCell.Measure(GetText(row.entry, column));
         if (column == kStatus && NeedsReloadButton(row.entry)) cell += buttonWidth;
         width = std::max(width, cell);
     }
-    return std::ceil(width + 2.0f * kCellTextInset);
+    return std::ceil(width + 2.0f * ListCell::kTextInset);
 }
 
 const PluginList::Row* PluginList::Find(const Tree::RowPtr& row) const {
@@ -211,7 +209,7 @@ void PluginList::DrawCell(zelui::drawbot::Drawbot& drawbot, const Tree::RowPtr& 
         room.width = std::max(0.0f, row->reloadButton->UI_GetLocalRectF().left);
     // Not the same for all columns, on purpose.
     const auto truncation = index == kTypeIndex ? zelui::drawbot::kTruncateMiddle : zelui::drawbot::kTruncateEnd;
-    DrawCellText(drawbot, mSupplier, GetText(row->entry, mHeader->GetColumnAt(index)), room, truncation, isHighlighted);
+    mCell.Draw(drawbot, GetText(row->entry, mHeader->GetColumnAt(index)), room, truncation, isHighlighted);
 }
 
 ustring PluginList::GetSortKey(const Tree::RowPtr& treeRow, int index) const {

@@ -11,6 +11,7 @@
 #include <zelui/UI_MultiColumnTreeHeaderRow.h>
 #include <zelui/UI_TextButton.h>
 
+#include "manager/ListCell.h"
 #include "manager/PluginListEntry.h"
 
 namespace zelaudiofilterhostui {
@@ -75,6 +76,7 @@ private:
     const boost::intrusive_ptr<Tree> mTree;
     boost::intrusive_ptr<zelui::controls::UI_MultiColumnTreeHeaderRow> mHeader;
     const zelui::drawbot::SupplierInterface& mSupplier;
+    const ListCell mCell;
     const ReloadFunction mReload;
     RowMap mRows;
 };

@@ -3,7 +3,6 @@
 #include <exception>
 
 #include <boost/bind/bind.hpp>
-#include <zelaudiofilterhost/BannedPluginManager.h>
 #include <zelaudiofilterhost/PluginModuleInfoManager.h>
 #include <zelaudiofilterhost/PluginModuleScanner.h>
 #include <zelcore/DebugDatabase.h>
@@ -18,7 +17,6 @@
 
 namespace zelaudiofilterhostui {
 
-using zelaudiofilterhost::BannedPluginManager;
 using zelaudiofilterhost::PluginModuleInfoManager;
 using zelaudiofilterhost::PluginModuleScanner;
 using zelcore::filesupport::Dir;
@@ -169,11 +167,9 @@ void AudioPluginScan::ScanInSeparateProcess(const std::vector<PluginLocator>& lo
     // The scanner starts from the catalogue as it is now.
     SaveCatalogue();
 
-    const BannedPluginManager& bans = BannedPluginManager::GetInstance();
-    const File banned(Dir::PrefDir(), bans.GetSettingsFileName());
-    const File permanentBanned(Dir::PrefDir(), bans.GetPermanentBannedSettingsFileName());
     using namespace boost::placeholders;
-    if (!mExternalScan.Scan(GetCatalogueFile().FullPath(), banned.FullPath(), permanentBanned.FullPath(), locators,
+    if (!mExternalScan.Scan(GetCatalogueFile().FullPath(), GetBanListFile().FullPath(),
+                            GetPermanentBanListFile().FullPath(), locators,
                             boost::bind(&AudioPluginScan::ExternalScanProgressCallback, this, _1, _2, _3, _4, dialog)))
         return;
     const ExternalScanStop stop(mExternalScan);

@@ -16,4 +16,9 @@ File GetBanListFile() {
     return File(Dir::PrefDir(), zelaudiofilterhost::BannedPluginManager::GetInstance().GetSettingsFileName());
 }
 
+File GetPermanentBanListFile() {
+    return File(Dir::PrefDir(),
+                zelaudiofilterhost::BannedPluginManager::GetInstance().GetPermanentBannedSettingsFileName());
+}
+
 }  // namespace zelaudiofilterhostui

@@ -83,6 +83,7 @@ PluginList::~PluginList() {
     mTree->SetCellSortDataFunction(Tree::CellSortDataFunction());
     mTree->SetCellTextFunction(Tree::CellTextFunction());
     mHeader->SetColumnBestFitWidthCallback(UI_MultiColumnTreeHeaderRow::ColumnBestFitWidthCallback());
+    mHeader->SetColumnWidthChangedCallback(UI_MultiColumnTreeHeaderRow::ColumnWidthChangedCallback());
     for (auto& [row, data] : mRows) Release(data);
 }
 
@@ -108,6 +109,8 @@ void PluginList::SetUpHeader(const AudioPluginManagerSettings& settings) {
     for (const ColumnLook& column : kColumns) mHeader->AppendColumn(Localize(column.title), column.id);
     for (const ColumnLook& column : kColumns) mHeader->SetColumnWidth(column.id, column.width);
     mHeader->SetColumnBestFitWidthCallback(boost::bind(&PluginList::GetBestFitWidth, this, boost::placeholders::_1));
+    mHeader->SetColumnWidthChangedCallback(
+        boost::bind(&PluginList::OnColumnWidthChanged, this, boost::placeholders::_1));
     if (settings.sortColumn == 0) return;
     mHeader->SetSortColumn(settings.sortColumn);
     mHeader->SetSortDirection(settings.sortAscending);
@@ -280,13 +283,24 @@ void PluginList::AddReloadButton(const Tree::RowPtr& treeRow, Row& row) {
     row.reloadButton->SetWantsKeyboardFocus(false);
     row.reloadButton->UI_SetAccessibleName(zelcore::utility::FillPlaceholders(
         Localize("$$$/AudioPluginManager/ReloadName=Reload @0"), {row.entry.GetName()}));
-    const zelcore::geom::PointF size = GetButtonSize(mSupplier);
-    const float left = std::max(0.0f, mHeader->GetColumnWidth(kStatus) - size.x - kButtonMargin);
-    row.reloadButton->UI_SetLocalRectF({left, (mTree->GetRowHeight() - size.y) * 0.5f, size.x, size.y});
+    PlaceReloadButton(*row.reloadButton);
     row.reloadButton->NotifyWhenChanged(boost::make_shared<UI_TextButton::ButtonChangedFunction>(
         boost::bind(&PluginList::OnReloadPressed, this, treeRow.get())));
     treeRow->GetCellView(kStatusIndex)->ChildPushBack(row.reloadButton);
     row.reloadButton->UI_Show(true);
+}
+
+void PluginList::PlaceReloadButton(UI_TextButton& button) const {
+    const zelcore::geom::PointF size = GetButtonSize(mSupplier);
+    const float left = std::max(0.0f, mHeader->GetColumnWidth(kStatus) - size.x - kButtonMargin);
+    button.UI_SetLocalRectF({left, (mTree->GetRowHeight() - size.y) * 0.5f, size.x, size.y});
+}
+
+void PluginList::OnColumnWidthChanged(std::uint32_t column) {
+    if (column != kStatus) return;
+    for (const auto& [treeRow, row] : mRows) {
+        if (row.reloadButton) PlaceReloadButton(*row.reloadButton);
+    }
 }
 
 void PluginList::Release(Row& row) {

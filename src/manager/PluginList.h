@@ -65,10 +65,12 @@ private:
     zelcore::ustring GetAccessibleText(const Tree::RowPtr& row, int index) const;
     void OnRowVisibilityChanged(const Tree::RowPtr& row);
     void OnCellSelectionChanged();
+    void OnColumnWidthChanged(std::uint32_t column);
 
     static bool NeedsReloadButton(const PluginListEntry& entry);
     void AddEnabledBox(const Tree::RowPtr& treeRow, Row& row);
     void AddReloadButton(const Tree::RowPtr& treeRow, Row& row);
+    void PlaceReloadButton(zelui::controls::UI_TextButton& button) const;
     static void Release(Row& row);
     void OnEnabledBoxChanged(const zelui::controls::UI_MultiColumnTreeRow* treeRow);
     void OnReloadPressed(const zelui::controls::UI_MultiColumnTreeRow* treeRow);

@@ -6,6 +6,7 @@
 #include <QStyleOptionButton>
 
 #include "CallOut.h"
+#include "CheckboxWidget.h"
 
 namespace zelui {
 namespace controls {
@@ -13,7 +14,7 @@ namespace controls {
 UI_Checkbox::CheckboxPeer::CheckboxPeer(UI_Checkbox& checkbox) : ButtonPeer(checkbox) {}
 
 QWidget* UI_Checkbox::CheckboxPeer::MakeControl(QWidget& parent) {
-    QCheckBox* const box = new QCheckBox(&parent);
+    QCheckBox* const box = new CheckboxWidget(parent);
     // Not its clicks: screen readers toggle it without one.
     QObject::connect(box, &QCheckBox::toggled, this, [this](bool checked) { OnToggled(checked); });
     return box;

@@ -1,12 +1,14 @@
 #pragma once
 
-#include <vector>
+#include <memory>
 
 #include <zelui/Export.h>
 
 #include "DialogLayoutItem.h"
 
 namespace zelui {
+
+class DialogLayoutPlace;
 
 /// Keeps the nodes of a dialog in their places when its size changes. Every frame is reckoned from what it was when
 /// somebody last decided it, never from the frame before: however small the dialog was meanwhile, a size that it had
@@ -25,11 +27,7 @@ public:
     void SetSize(const zelcore::geom::PointF& size);
 
 private:
-    struct Place;
-    static Place MakePlace(const DialogLayoutItem& item, const zelcore::geom::PointF& parentSize);
-    static void LayOutChildren(Place& parent, const zelcore::geom::PointF& sizeBefore);
-
-    std::vector<Place> mRoot;
+    const std::unique_ptr<DialogLayoutPlace> mRoot;
     zelcore::geom::PointF mWanted;
     bool mInPass = false;
 };

@@ -11,10 +11,16 @@ namespace {
 // What is left of wide gaps and margins when the room is needed.
 constexpr float kSmallestGap = 9.0f;
 constexpr float kSmallestMargin = 4.0f;
+// Frames that touch share the line between them.
+constexpr float kSharedLine = 1.0f;
 
 bool IsKeptAtEnd(const Span& span) { return span.kind == SpanKind::kKeptAtEnd; }
 
 bool IsKeptAtStart(const Span& span) { return span.kind == SpanKind::kStays || span.kind == SpanKind::kFloats; }
+
+bool IsBehind(const Span& span, const Span& other) {
+    return span.start >= other.GetEnd() - std::min(kSharedLine, std::min(span.size, other.size));
+}
 
 }  // namespace
 
@@ -37,7 +43,7 @@ void DialogLayoutAxis::MoveOn() {
         if (!IsKeptAtStart(mChildren[mover])) continue;
         const float distance = mFromStart[mover] + mChildren[mover].GetGrowth();
         for (std::size_t i = 0; i < mChildren.size(); ++i) {
-            const bool moves = !IsKeptAtEnd(mChildren[i]) && mChildren[i].start >= mChildren[mover].GetEnd();
+            const bool moves = !IsKeptAtEnd(mChildren[i]) && IsBehind(mChildren[i], mChildren[mover]);
             if (moves && i != mover) mFromStart[i] = std::max(mFromStart[i], distance);
         }
     }
@@ -47,7 +53,7 @@ void DialogLayoutAxis::MoveOn() {
         if (!IsKeptAtEnd(mChildren[mover])) continue;
         const float distance = mFromEnd[mover] + mChildren[mover].GetGrowth();
         for (std::size_t i = 0; i < mChildren.size(); ++i) {
-            const bool moves = !IsKeptAtStart(mChildren[i]) && mChildren[i].GetEnd() <= mChildren[mover].start;
+            const bool moves = !IsKeptAtStart(mChildren[i]) && IsBehind(mChildren[mover], mChildren[i]);
             if (moves && i != mover) mFromEnd[i] = std::max(mFromEnd[i], distance);
         }
     }

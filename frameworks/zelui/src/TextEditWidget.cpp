@@ -20,6 +20,7 @@
 #include "ClearButton.h"
 #include "ControlText.h"
 #include "EditableText.h"
+#include "StyleEdge.h"
 
 namespace zelui {
 
@@ -78,6 +79,11 @@ bool TextEditWidget::MendText() {
 
 // A field that shows the beginning of its text has the cursor there, where nobody means to go on who was brought to the
 // field by neither the mouse nor the Tab key.
+void TextEditWidget::initStyleOption(QStyleOptionFrame* option) const {
+    QLineEdit::initStyleOption(option);
+    UseEdgeColor(*option, *this, EdgeOf::kField, GetFrameEdgeColor());
+}
+
 void TextEditWidget::focusInEvent(QFocusEvent* event) {
     QLineEdit::focusInEvent(event);
     if (event->reason() == Qt::OtherFocusReason && cursorPosition() == 0 && !hasSelectedText()) end(false);

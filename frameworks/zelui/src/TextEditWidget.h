@@ -31,6 +31,7 @@ public:
     bool IsCut() const;
 
 private:
+    void initStyleOption(QStyleOptionFrame* option) const override;
     void focusInEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;

@@ -1,5 +1,3 @@
-#include <algorithm>
-#include <cmath>
 #include <QApplication>
 #include <QColor>
 #include <QFont>
@@ -8,6 +6,7 @@
 #include <zelui/QtBridge.h>
 #include <zelui/Theme.h>
 
+#include "ColorContrast.h"
 #include "ThemeWatch.h"
 
 namespace zelui {
@@ -24,25 +23,6 @@ drawbot::ColorRGBA ToColorRGBA(const QColor& color) {
 // How light a colour looks, near enough to tell dark from light.
 float GetLightness(const QColor& color) {
     return 0.2126f * color.redF() + 0.7152f * color.greenF() + 0.0722f * color.blueF();
-}
-
-double ToLinear(float part) { return part <= 0.04045f ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4); }
-
-double GetLuminance(const QColor& color) {
-    return 0.2126 * ToLinear(color.redF()) + 0.7152 * ToLinear(color.greenF()) + 0.0722 * ToLinear(color.blueF());
-}
-
-// By the measure of the accessibility guidelines: from 1 for the same to 21 for black on white.
-double GetContrast(const QColor& one, const QColor& other) {
-    const double darker = std::min(GetLuminance(one), GetLuminance(other));
-    const double lighter = std::max(GetLuminance(one), GetLuminance(other));
-    return (lighter + 0.05) / (darker + 0.05);
-}
-
-QColor Mix(const QColor& from, const QColor& to, float part) {
-    return QColor::fromRgbF(from.redF() + (to.redF() - from.redF()) * part,
-                            from.greenF() + (to.greenF() - from.greenF()) * part,
-                            from.blueF() + (to.blueF() - from.blueF()) * part);
 }
 
 // Systems mean different things by the roles for edges; some are the background itself.

@@ -37,7 +37,9 @@ int UI_MultiColumnTree::TreeColumns::GetWidth(int index) const {
 
 void UI_MultiColumnTree::TreeColumns::SetWidth(int index, float width) {
     float* const own = FindWidth(index);
-    if (own != nullptr) *own = Bound(width, *own);
+    if (own == nullptr) return;
+    if (mHeader) return mHeader->ChangeWidth(index, width);
+    *own = Bound(width, *own);
 }
 
 float UI_MultiColumnTree::TreeColumns::Bound(float width, float former) {

@@ -11,6 +11,7 @@ public:
 
 protected:
     bool viewportEvent(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
 
 private:
     bool ShowToolTip(const QPoint& point, const QPoint& globalPoint);

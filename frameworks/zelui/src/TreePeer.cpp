@@ -181,8 +181,9 @@ void UI_MultiColumnTree::TreePeer::OnViewChanged() {
 void UI_MultiColumnTree::TreePeer::OnNeeded() { mImpl.Flush(); }
 
 void UI_MultiColumnTree::TreePeer::OnColumnResized(int column, int width) {
-    mImpl.GetColumns().SetWidth(column, static_cast<float>(width));
+    const boost::intrusive_ptr<UI_MultiColumnTree> tree(&mImpl.GetTree());
     mImpl.Changed();
+    mImpl.GetColumns().SetWidth(column, static_cast<float>(width));
 }
 
 void UI_MultiColumnTree::TreePeer::OnTitleClicked(int column) {

@@ -11,10 +11,12 @@
 #include <QPointer>
 #include <QScopedValueRollback>
 #include <QScrollBar>
+#include <QStyleOptionFrame>
 #include <QToolTip>
 
 #include "ControlText.h"
 #include "PlainText.h"
+#include "StyleEdge.h"
 #include "TreeClient.h"
 #include "TreeHeader.h"
 #include "TreePainting.h"
@@ -198,6 +200,11 @@ void TreeWidget::PaintFocus(QPainter& painter) {
     PaintFocusLine(painter, *this,
                    isCell ? GetCellRect(mLook.currentPlace, mLook.currentCell) : GetRowRect(mLook.currentPlace),
                    isSelected);
+}
+
+void TreeWidget::initStyleOption(QStyleOptionFrame* option) const {
+    QTableView::initStyleOption(option);
+    UseEdgeColor(*option, *this, EdgeOf::kFrame, GetFrameEdgeColor());
 }
 
 // A list without a current row would show nothing of the focus otherwise.

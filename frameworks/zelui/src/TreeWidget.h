@@ -39,6 +39,7 @@ public:
     void Show(const Look& look);
 
 protected:
+    void initStyleOption(QStyleOptionFrame* option) const override;
     bool event(QEvent* event) override;
     bool viewportEvent(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;

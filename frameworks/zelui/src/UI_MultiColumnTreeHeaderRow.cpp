@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 
+#include "CallOut.h"
 #include "TreeImpl.h"
 
 namespace zelui {
@@ -39,9 +40,21 @@ int UI_MultiColumnTreeHeaderRow::GetColumnCount() const { return static_cast<int
 void UI_MultiColumnTreeHeaderRow::SetColumnWidth(ColumnID id, float width) {
     const int index = GetIndexOf(id);
     if (index < 0) return;
-    float& own = mColumns[static_cast<std::size_t>(index)].width;
-    own = UI_MultiColumnTree::TreeColumns::Bound(width, own);
     TellTree();
+    ChangeWidth(index, width);
+}
+
+void UI_MultiColumnTreeHeaderRow::ChangeWidth(int index, float width) {
+    Column& column = mColumns[static_cast<std::size_t>(index)];
+    const float bounded = UI_MultiColumnTree::TreeColumns::Bound(width, column.width);
+    if (bounded == column.width) return;
+    column.width = bounded;
+    if (mWidthChanged.empty()) return;
+    // It may be replaced, and the header let go of, while it runs.
+    const boost::intrusive_ptr<UI_MultiColumnTreeHeaderRow> held(this);
+    const ColumnWidthChangedCallback callback = mWidthChanged;
+    const ColumnID id = column.id;
+    CallOut("A list's handler of column widths", [&] { callback(id); });
 }
 
 float UI_MultiColumnTreeHeaderRow::GetColumnWidth(ColumnID id) const {
@@ -65,6 +78,10 @@ bool UI_MultiColumnTreeHeaderRow::IsSortDirectionAscending() const { return mAsc
 
 void UI_MultiColumnTreeHeaderRow::SetColumnBestFitWidthCallback(const ColumnBestFitWidthCallback& callback) {
     mBestFitWidth = callback;
+}
+
+void UI_MultiColumnTreeHeaderRow::SetColumnWidthChangedCallback(const ColumnWidthChangedCallback& callback) {
+    mWidthChanged = callback;
 }
 
 void UI_MultiColumnTreeHeaderRow::TellTree() {

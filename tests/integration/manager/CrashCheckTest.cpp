@@ -148,6 +148,17 @@ TEST_F(CrashCheckTest, AnEmptyMarkerIsDeletedWithoutABan) {
     ExpectDeletedWithoutABan();
 }
 
+TEST_F(CrashCheckTest, APluginThatIsGoneMeanwhileIsBannedAllTheSameAndToldByItsPath) {
+    const std::string path = mFolder.Path("gone.so");
+    ASSERT_FALSE(std::filesystem::exists(path));
+    LeaveMarker("2||" + path);
+    Check();
+    EXPECT_THAT(GetBanned(), ElementsAre(path));
+    ASSERT_EQ(mMessages.size(), 1u);
+    EXPECT_NE(mMessages[0].find("'" + path + "'"), std::string::npos);
+    EXPECT_FALSE(std::filesystem::exists(GetMarker()));
+}
+
 TEST_F(CrashCheckTest, AMarkerThatIsCutOffIsDeletedWithoutABan) {
     for (const char* const bytes : {"2", "2|", "2||", "9||/p/x.so"}) {
         LeaveMarker(bytes);

@@ -1,4 +1,5 @@
 #include <filesystem>
+#include <typeinfo>
 
 #include <gmock/gmock.h>
 #include <QAccessible>
@@ -336,6 +337,15 @@ TEST_F(PluginManagerDialogTest, ACancelledChooserAddsNothing) {
     });
 }
 
+TEST_F(PluginManagerDialogTest, WithNothingSelectedNothingIsRemoved) {
+    SetFolders({"/one", "/two"});
+    SaveCatalogue();
+    RunDialog([this] {
+        Click("RemoveDirectoryButton");
+        EXPECT_THAT(GetFolders(), ElementsAre("/one", "/two"));
+    });
+}
+
 TEST_F(PluginManagerDialogTest, SelectedFoldersAreRemovedTogether) {
     SetFolders({"/one", "/two", "/three"});
     SaveCatalogue();
@@ -440,6 +450,69 @@ TEST_F(PluginManagerDialogTest, ACatalogueThatCannotBeWrittenReachesTheHostAndNo
     EXPECT_FALSE(IsEnabled("/p/delay.so"));
     EXPECT_GE(mSettings.dialogRect.width, 400);
     std::filesystem::remove_all(GetCataloguePath());
+}
+
+TEST_F(PluginManagerDialogTest, TheNodesOfTheThreeClassNamesAreTheDialogsOwn) {
+    RunDialog([this] {
+        const auto nameOf = [](const zelui::ui::UI_Node& node) { return std::string(typeid(node).name()); };
+        EXPECT_NE(nameOf(GetPlugins()).find("PluginMultiColumnTree"), std::string::npos);
+        EXPECT_EQ(nameOf(GetFolderTree()).find("PluginMultiColumnTree"), std::string::npos);
+        EXPECT_EQ(typeid(Find("FindTextEdit")), typeid(zelui::controls::UI_SearchBox));
+        const zelui::ui::UI_Node& folderBox = *Find("AddDirectoryButton").UI_GetParentNode()->UI_GetParentNode();
+        const zelui::ui::UI_Node& pluginBox = *Find("FindTextEdit").UI_GetParentNode();
+        EXPECT_NE(nameOf(folderBox).find("BoxView"), std::string::npos);
+        EXPECT_NE(nameOf(pluginBox).find("BoxView"), std::string::npos);
+    });
+}
+
+TEST_F(PluginManagerDialogTest, AfterOKEveryFieldHoldsTheDialogsLastState) {
+    AddThree();
+    SaveCatalogue();
+    QRect frame;
+    RunDialog([&] {
+        Click("RescanExisting");
+        ClickHeader(kPathColumn);
+        ClickHeader(kPathColumn);
+        GetWindow().setGeometry(30, 40, 800, 500);
+        frame = GetWindow().frameGeometry();
+        Click("OKButton");
+    });
+    EXPECT_TRUE(mSettings.rescanExisting);
+    EXPECT_EQ(mSettings.sortColumn, 5u);
+    EXPECT_FALSE(mSettings.sortAscending);
+    EXPECT_GE(frame.width(), 800);
+    EXPECT_EQ(mSettings.dialogRect, (zelcore::geom::Rect{frame.x(), frame.y(), frame.width(), frame.height()}));
+}
+
+TEST_F(PluginManagerDialogTest, ARecordIsAllZeroAndIsCopiedFieldByField) {
+    const zelaudiofilterhostui::AudioPluginManagerSettings none;
+    EXPECT_FALSE(none.rescanExisting);
+    EXPECT_EQ(none.sortColumn, 0u);
+    EXPECT_FALSE(none.sortAscending);
+    EXPECT_EQ(none.dialogRect, zelcore::geom::Rect());
+    mSettings.rescanExisting = true;
+    mSettings.sortColumn = 3;
+    mSettings.sortAscending = true;
+    mSettings.dialogRect = {1, -2, 3, 4};
+    zelaudiofilterhostui::AudioPluginManagerSettings copy;
+    copy = mSettings;
+    EXPECT_TRUE(copy.rescanExisting);
+    EXPECT_EQ(copy.sortColumn, 3u);
+    EXPECT_TRUE(copy.sortAscending);
+    EXPECT_EQ(copy.dialogRect, mSettings.dialogRect);
+}
+
+TEST_F(PluginManagerDialogTest, ADefaultRecordOpensItAtTheArchivedSizeUnsortedAndUnchecked) {
+    AddThree();
+    RunDialog([this] {
+        EXPECT_GE(GetWindow().width(), 737);
+        EXPECT_EQ(GetWindow().height(), 470);
+        EXPECT_FALSE(Find<UI_Checkbox>("RescanExisting").IsChecked());
+        EXPECT_EQ(GetPlugins().GetHeaderRow()->GetSortColumn(), 0u);
+        EXPECT_THAT(ReadNames(), ElementsAre("Delay", "Chorus", "Echo"));
+    });
+    EXPECT_EQ(mSettings.sortColumn, 0u);
+    EXPECT_FALSE(mSettings.rescanExisting);
 }
 
 TEST_F(PluginManagerDialogTest, AMissingCatalogueFileIsMadeWithTheDefaultFoldersFirst) {

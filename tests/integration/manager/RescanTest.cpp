@@ -42,6 +42,24 @@ protected:
                                    std::filesystem::copy_options::overwrite_existing);
         return mPlugins.Path(name);
     }
+    void AddOneOfEachChoice() {
+        mDisabled = Put("vst/good/zel_gain.so", "disabled.so");
+        mEnabled = Put("vst/good/zel_gain.so", "enabled.so");
+    }
+    /// Takes the check mark of the first plug-in away.
+    void ScanAndChoose() {
+        Click("UpdateButton");
+        ASSERT_THAT(ReadPaths(), ElementsAre(mDisabled, mEnabled));
+        ClickNode(*GetEnabledBox(0));
+        ASSERT_FALSE(IsEnabled(mDisabled));
+    }
+    void ExpectChoicesKept() {
+        ASSERT_THAT(ReadPaths(), ElementsAre(mDisabled, mEnabled));
+        EXPECT_FALSE(IsEnabled(mDisabled));
+        EXPECT_FALSE(GetEnabledBox(0)->IsChecked());
+        EXPECT_TRUE(IsEnabled(mEnabled));
+        EXPECT_TRUE(GetEnabledBox(1)->IsChecked());
+    }
     /// Presses the cancel button of the progress dialog as soon as it is there.
     void CancelScan() {
         WhenTrue(
@@ -53,6 +71,8 @@ protected:
 
     ThrowAwayFolder mAppFolder;
     ThrowAwayFolder mPlugins;
+    std::string mDisabled;
+    std::string mEnabled;
 };
 
 }  // namespace
@@ -91,30 +111,33 @@ TEST_F(RescanTest, InThisProcessWhereTheDeveloperKeyAllowsIt) {
 }
 
 TEST_F(RescanTest, AChoiceSurvivesARescanOfEverything) {
-    const std::string gain = Put("vst/good/zel_gain.so", "gain.so");
-    RunDialog([&] {
-        Click("UpdateButton");
-        ClickNode(*GetEnabledBox(0));
-        EXPECT_FALSE(IsEnabled(gain));
+    AddOneOfEachChoice();
+    RunDialog([this] {
+        ScanAndChoose();
         Click("RescanExisting");
         Click("UpdateButton");
-        EXPECT_FALSE(IsEnabled(gain));
-        EXPECT_FALSE(GetEnabledBox(0)->IsChecked());
+        ExpectChoicesKept();
     });
 }
 
-TEST_F(RescanTest, AChoiceSurvivesAnUpdateOfTheFileAndAMoveOfTheFolderList) {
-    const std::string gain = Put("vst/good/zel_gain.so", "gain.so");
-    RunDialog([&] {
+TEST_F(RescanTest, AChoiceSurvivesAnUpdateOfThePluginsFile) {
+    AddOneOfEachChoice();
+    RunDialog([this] {
+        ScanAndChoose();
+        Put("vst/good/zel_many.so", "disabled.so");
+        Put("vst/good/zel_many.so", "enabled.so");
         Click("UpdateButton");
-        ClickNode(*GetEnabledBox(0));
-        Put("vst/good/zel_many.so", "gain.so");
-        Click("UpdateButton");
-        EXPECT_FALSE(IsEnabled(gain));
+        ExpectChoicesKept();
+    });
+}
+
+TEST_F(RescanTest, AChoiceSurvivesAMoveOfTheFolderList) {
+    AddOneOfEachChoice();
+    RunDialog([this] {
+        ScanAndChoose();
         SetFolders({"/nowhere", mPlugins.GetPath()});
         Click("UpdateButton");
-        EXPECT_FALSE(IsEnabled(gain));
-        EXPECT_FALSE(GetEnabledBox(0)->IsChecked());
+        ExpectChoicesKept();
     });
 }
 

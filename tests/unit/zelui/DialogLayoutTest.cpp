@@ -9,6 +9,7 @@
 namespace zeltests {
 
 using zelcore::geom::RectF;
+using zelui::DialogFlow;
 using zelui::DialogLayout;
 using zelui::DialogLayoutItem;
 
@@ -36,6 +37,43 @@ struct OneChild {
 
     TestNodePtr root;
     TestNodePtr child;
+    std::unique_ptr<DialogLayout> layout;
+};
+
+DialogLayoutItem MakeFlow(const TestNodePtr& node, DialogFlow flow, std::vector<DialogLayoutItem> children,
+                          std::uint32_t constraints = 0) {
+    DialogLayoutItem item = MakeItem(node, constraints);
+    item.flow = flow;
+    item.children = std::move(children);
+    return item;
+}
+
+/// A root of 300 by 200 in which stand below each other: a box with a frame, in it a row of three; a list that touches
+/// it; a row at the bottom.
+struct RowInABox {
+    RowInABox() {
+        std::vector<DialogLayoutItem> items;
+        for (const TestNodePtr& node : inRow) items.push_back(MakeItem(node));
+        const DialogLayoutItem rowItem = MakeFlow(row, DialogFlow::kHorizontal, items);
+        layout = std::make_unique<DialogLayout>(
+            MakeFlow(root, DialogFlow::kVertical,
+                     {MakeFlow(box, DialogFlow::kNone, {rowItem}, 4), MakeItem(list, 12), MakeItem(bottom, 14)}));
+    }
+    void Resize(float width, float height) { layout->SetSize({width, height}); }
+    std::vector<RectF> GetFrames() const {
+        std::vector<RectF> frames;
+        for (const TestNodePtr& node : {box, row, inRow[0], inRow[1], inRow[2], list, bottom})
+            frames.push_back(node->UI_GetLocalRectF());
+        return frames;
+    }
+
+    TestNodePtr root = MakeNode({0, 0, 300, 200});
+    TestNodePtr box = MakeNode({10, 10, 280, 31}, root);
+    TestNodePtr row = MakeNode({4, 6, 264, 19}, box);
+    std::vector<TestNodePtr> inRow = {MakeNode({4, 0, 80, 19}, row), MakeNode({94, 3, 80, 14}, row),
+                                      MakeNode({184, 0, 76, 19}, row)};
+    TestNodePtr list = MakeNode({10, 40, 280, 120}, root);
+    TestNodePtr bottom = MakeNode({10, 170, 280, 19}, root);
     std::unique_ptr<DialogLayout> layout;
 };
 
@@ -165,6 +203,118 @@ TEST(DialogLayoutTest, AskingForAnotherSizeEachTimeEnds) {
     one.child->onSized = [&](const RectF& frame) { one.layout->SetSize({frame.width + 100, 80}); };
     one.At(120, 80);
     EXPECT_GT(one.root->UI_GetLocalRectF().width, 120.0f);
+}
+
+// Rows that break into lines
+
+TEST(DialogLayoutTest, ARowThatItsParentLeavesTooLittleRoomBreaksIntoLines) {
+    RowInABox one;
+    one.Resize(220, 200);
+    EXPECT_EQ(one.row->UI_GetLocalRectF(), (RectF{4, 6, 192, 43}));
+    EXPECT_EQ(one.inRow[0]->UI_GetLocalRectF(), (RectF{4, 0, 80, 19}));
+    EXPECT_EQ(one.inRow[1]->UI_GetLocalRectF(), (RectF{94, 3, 80, 14}));
+    EXPECT_EQ(one.inRow[2]->UI_GetLocalRectF(), (RectF{4, 24, 76, 19}));
+}
+
+TEST(DialogLayoutTest, TheBoxRoundARowGrowsWithItAndWhatStretchesBelowGivesTheHeight) {
+    RowInABox one;
+    one.Resize(220, 200);
+    EXPECT_EQ(one.box->UI_GetLocalRectF(), (RectF{10, 10, 200, 55}));
+    EXPECT_EQ(one.list->UI_GetLocalRectF(), (RectF{10, 64, 200, 96}));
+    EXPECT_EQ(one.bottom->UI_GetLocalRectF(), (RectF{10, 170, 200, 19}));
+    one.Resize(110, 250);
+    EXPECT_EQ(one.inRow[2]->UI_GetLocalRectF(), (RectF{4, 48, 76, 19}));
+    EXPECT_EQ(one.box->UI_GetLocalRectF().height, 79);
+    EXPECT_EQ(one.list->UI_GetLocalRectF(), (RectF{10, 88, 90, 122}));
+    EXPECT_EQ(one.bottom->UI_GetLocalRectF(), (RectF{10, 220, 90, 19}));
+}
+
+TEST(DialogLayoutTest, ARowThatFitsAgainIsOneLineAgain) {
+    RowInABox one;
+    one.Resize(300, 200);
+    const std::vector<RectF> before = one.GetFrames();
+    for (const float width : {150.0f, 0.0f, 110.0f, 220.0f, 287.0f}) {
+        one.Resize(width, 120);
+        EXPECT_NE(one.GetFrames(), before) << width;
+    }
+    one.Resize(300, 200);
+    EXPECT_EQ(one.GetFrames(), before);
+}
+
+TEST(DialogLayoutTest, AsLongAsItFitsARowIsOneLine) {
+    RowInABox one;
+    one.Resize(292, 200);
+    EXPECT_EQ(one.row->UI_GetLocalRectF(), (RectF{4, 6, 264, 19}));
+    EXPECT_EQ(one.inRow[2]->UI_GetLocalRectF(), (RectF{184, 0, 76, 19}));
+    EXPECT_EQ(one.list->UI_GetLocalRectF(), (RectF{10, 40, 272, 120}));
+}
+
+TEST(DialogLayoutTest, WhatIsHiddenInARowNeedsNoRoom) {
+    RowInABox one;
+    one.inRow[2]->UI_Hide();
+    one.Resize(220, 200);
+    EXPECT_EQ(one.box->UI_GetLocalRectF().height, 31);
+    EXPECT_EQ(one.list->UI_GetLocalRectF(), (RectF{10, 40, 200, 120}));
+}
+
+TEST(DialogLayoutTest, WhatIsHiddenMakesARowNoHigher) {
+    RowInABox one;
+    one.inRow[2]->UI_SetLocalRectF({184, 0, 76, 30});
+    one.inRow[2]->UI_Hide();
+    one.Resize(300, 210);
+    EXPECT_EQ(one.row->UI_GetLocalRectF().height, 19);
+    EXPECT_EQ(one.list->UI_GetLocalRectF().top, 40);
+}
+
+TEST(DialogLayoutTest, WhatIsKeptAtTheEndOfARowStaysOnItsFirstLine) {
+    const TestNodePtr root = MakeNode({0, 0, 300, 50});
+    const std::vector<TestNodePtr> nodes = {MakeNode({0, 0, 90, 20}, root), MakeNode({100, 0, 90, 20}, root),
+                                            MakeNode({210, 0, 80, 20}, root)};
+    DialogLayout layout(
+        MakeFlow(root, DialogFlow::kHorizontal, {MakeItem(nodes[0]), MakeItem(nodes[1]), MakeItem(nodes[2], 5)}));
+    layout.SetSize({150, 50});
+    EXPECT_EQ(nodes[1]->UI_GetLocalRectF(), (RectF{0, 25, 90, 20}));
+    EXPECT_EQ(nodes[2]->UI_GetLocalRectF(), (RectF{60, 0, 80, 20}));
+}
+
+TEST(DialogLayoutTest, ARowThatTheProgramMadeNarrowerIsLaidOutInTheWidthThatItGaveIt) {
+    RowInABox one;
+    one.Resize(300, 200);
+    one.row->UI_SetLocalRectF({4, 6, 262, 19});
+    one.Resize(310, 200);
+    EXPECT_EQ(one.row->UI_GetLocalRectF(), (RectF{4, 6, 262, 19}));
+    EXPECT_EQ(one.inRow[2]->UI_GetLocalRectF(), (RectF{184, 0, 76, 19}));
+    one.Resize(220, 200);
+    EXPECT_EQ(one.row->UI_GetLocalRectF().width, 192);
+    one.Resize(310, 200);
+    EXPECT_EQ(one.row->UI_GetLocalRectF(), (RectF{4, 6, 262, 19}));
+}
+
+TEST(DialogLayoutTest, AFrameThatIsSetWhileARowIsBrokenIsKept) {
+    RowInABox one;
+    one.Resize(220, 200);
+    one.list->UI_SetLocalRectF({10, 100, 200, 60});
+    one.Resize(220, 210);
+    EXPECT_EQ(one.list->UI_GetLocalRectF().Bottom(), 170);
+    one.Resize(300, 200);
+    EXPECT_EQ(one.inRow[2]->UI_GetLocalRectF(), (RectF{184, 0, 76, 19}));
+}
+
+TEST(DialogLayoutTest, BelowEachOtherWhatKeepsItsSizeDoesNotReachOutOfTheParent) {
+    const TestNodePtr root = MakeNode({0, 0, 300, 50});
+    const TestNodePtr wide = MakeNode({10, 0, 280, 20}, root);
+    DialogLayout layout(MakeFlow(root, DialogFlow::kVertical, {MakeItem(wide)}));
+    layout.SetSize({200, 50});
+    EXPECT_EQ(wide->UI_GetLocalRectF(), (RectF{10, 0, 186, 20}));
+    layout.SetSize({300, 50});
+    EXPECT_EQ(wide->UI_GetLocalRectF(), (RectF{10, 0, 280, 20}));
+}
+
+TEST(DialogLayoutTest, AFrameThatIsSetInTheMiddleOfALayoutIsKept) {
+    RowInABox one;
+    one.box->onSized = [&](const RectF&) { one.list->UI_SetLocalRectF({1, 2, 3, 4}); };
+    one.Resize(220, 200);
+    EXPECT_EQ(one.list->UI_GetLocalRectF(), (RectF{1, 2, 3, 4}));
 }
 
 }  // namespace zeltests

@@ -81,6 +81,7 @@ void ExpectInOrder(const UI_Node& node) {
     const UI_Container* const container = node.UI_AsContainer();
     const RectF parent = node.UI_GetLocalRectF();
     for (std::size_t i = 0; container != nullptr && i < container->ChildCount(); ++i) {
+        if (!container->ChildAt(i)->UI_IsShown()) continue;
         const RectF frame = container->ChildAt(i)->UI_GetLocalRectF();
         SCOPED_TRACE(std::string(container->ChildAt(i)->UI_GetID().c_str()));
         EXPECT_GE(frame.left, 0.0f);
@@ -88,6 +89,7 @@ void ExpectInOrder(const UI_Node& node) {
         EXPECT_LE(frame.Right(), parent.width);
         EXPECT_LE(frame.Bottom(), parent.height);
         for (std::size_t j = 0; j < i; ++j) {
+            if (!container->ChildAt(j)->UI_IsShown()) continue;
             const RectF other = container->ChildAt(j)->UI_GetLocalRectF();
             EXPECT_FALSE(Overlap(WithoutEdge(frame), WithoutEdge(other))) << container->ChildAt(j)->UI_GetID().c_str();
         }
@@ -161,7 +163,7 @@ TEST(UI_ArchivedDialogManagerTest, ListsAndButtonsFollowTheWindow) {
     const RectF root = dialog->GetContentNode()->UI_GetLocalRectF();
     const float rightOfRow =
         root.width - 19 - dialog->GetNodeForID("OKButton")->UI_GetParentNode()->UI_GetLocalRectF().width;
-    for (const QSize size : {QSize(1600, 1000), QSize(400, 400), QSize(737, 470)}) {
+    for (const QSize size : {QSize(1600, 1000), QSize(700, 400), QSize(737, 470)}) {
         WindowOf(dialog)->resize(size);
         ASSERT_TRUE(ProcessUntil(
             [&] { return dialog->GetContentNode()->UI_GetLocalRectF().width == static_cast<float>(size.width()); }));
@@ -179,6 +181,28 @@ TEST(UI_ArchivedDialogManagerTest, ListsAndButtonsFollowTheWindow) {
     WindowOf(dialog)->resize(static_cast<int>(root.width), static_cast<int>(root.height));
     ASSERT_TRUE(ProcessUntil([&] { return dialog->GetContentNode()->UI_GetLocalRectF() == root; }));
     ExpectInOrder(*dialog->GetContentNode());
+    dialog->UI_Close(kOK);
+}
+
+TEST(UI_ArchivedDialogManagerTest, InASmallWindowItsRowsBreakIntoLinesAndNothingOverlaps) {
+    const TestDialogPtr dialog = MakeManager();
+    // There is no room for them beside the options: whoever runs the dialog hides them then.
+    dialog->GetNodeForID("FindStaticText")->UI_Hide();
+    dialog->GetNodeForID("FindTextEdit")->UI_Hide();
+    dialog->SetMinimumSize({400, 400});
+    ShowAndWait(dialog);
+    const RectF options = dialog->GetNodeForID("UpdateButton")->UI_GetParentNode()->UI_GetLocalRectF();
+    const QSize before = WindowOf(dialog)->size();
+    WindowOf(dialog)->resize(400, 400);
+    Settle();
+    ExpectInOrder(*dialog->GetContentNode());
+    EXPECT_GT(dialog->GetNodeForID("UpdateButton")->UI_GetParentNode()->UI_GetLocalRectF().height, options.height);
+    EXPECT_GT(FrameOf(dialog, "PluginList").top, 184);
+    EXPECT_EQ(FrameOf(dialog, "PluginList").Bottom(), 350);
+    WindowOf(dialog)->resize(before);
+    Settle();
+    EXPECT_EQ(dialog->GetNodeForID("UpdateButton")->UI_GetParentNode()->UI_GetLocalRectF(), options);
+    EXPECT_EQ(FrameOf(dialog, "PluginList").top, 184);
     dialog->UI_Close(kOK);
 }
 

@@ -1,11 +1,15 @@
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <QCheckBox>
+#include <QImage>
 #include <QStyle>
 #include <QStyleOptionButton>
 #include <stdexcept>
+#include <zelui/Theme.h>
 #include <zelui/UI_Checkbox.h>
 #include <zelui/UI_StaticText.h>
 
+#include "../../../frameworks/zelui/src/ColorContrast.h"
 #include "ControlStage.h"
 
 namespace zeltests {
@@ -14,6 +18,7 @@ namespace {
 using zelui::controls::UI_Button;
 using zelui::controls::UI_ButtonChangedMessage;
 using zelui::controls::UI_Checkbox;
+using zelui::ui::Theme;
 
 class UI_CheckboxTest : public ::testing::Test {
 protected:
@@ -150,6 +155,22 @@ TEST_F(UI_CheckboxTest, AnExceptionOfTheHandlerLeavesBoxAndWidgetTheSame) {
     Click();
     EXPECT_TRUE(mBox->IsChecked());
     EXPECT_TRUE(GetQtBox()->isChecked());
+}
+
+TEST_F(UI_CheckboxTest, TheBoxCanBeSeenUncheckedAndDisabledOnEveryTheme) {
+    for (const Theme::Choice choice : {Theme::kDark, Theme::kLight}) {
+        Theme::Get().Choose(choice);
+        for (const bool isDisabled : {false, true}) {
+            mBox->UI_SetDisabled(isDisabled);
+            const QImage picture = GetQtBox()->grab(QRect(0, 0, 14, 14)).toImage();
+            const QColor background = GetQtBox()->palette().color(QPalette::Active, QPalette::Window);
+            double contrast = 1;
+            for (int x = 0; x < picture.width(); ++x)
+                contrast = std::max(contrast, zelui::GetContrast(picture.pixelColor(x, 7), background));
+            EXPECT_GE(contrast, isDisabled ? 1.9 : 2.9) << choice << " " << isDisabled;
+        }
+    }
+    Theme::Get().Choose(Theme::kSystem);
 }
 
 }  // namespace zeltests

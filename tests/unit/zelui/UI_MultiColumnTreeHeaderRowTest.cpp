@@ -1,5 +1,6 @@
 #include <limits>
 #include <QHelpEvent>
+#include <QImage>
 #include <QToolTip>
 #include <stdexcept>
 
@@ -85,6 +86,40 @@ TEST_F(UI_MultiColumnTreeHeaderRowTest, DraggingABorderSetsTheWidth) {
     EXPECT_EQ(mHeader->GetSortColumn(), 0u);
 }
 
+TEST_F(UI_MultiColumnTreeHeaderRowTest, AWidthThatChangesIsToldWhoeverChangesIt) {
+    std::vector<std::pair<HeaderRow::ColumnID, float>> told;
+    mHeader->SetColumnWidthChangedCallback(
+        [&](HeaderRow::ColumnID id) { told.emplace_back(id, mHeader->GetColumnWidth(id)); });
+    GetQtHeader()->resizeSection(1, 200);
+    mHeader->SetColumnWidth(13, 111);
+    mTree->SetColumnWidth(0, 77);
+    Sync();
+    const std::vector<std::pair<HeaderRow::ColumnID, float>> expected = {{12, 200}, {13, 111}, {11, 77}};
+    EXPECT_EQ(told, expected);
+}
+
+TEST_F(UI_MultiColumnTreeHeaderRowTest, AWidthThatStaysIsNotTold) {
+    int told = 0;
+    mHeader->SetColumnWidthChangedCallback([&](HeaderRow::ColumnID) { ++told; });
+    mHeader->SetColumnWidth(12, 140.3f);
+    mHeader->SetColumnWidth(99, 50);
+    mTree->SetColumnWidth(2, 100);
+    mTree->SetColumnWidth(-1, 50);
+    Sync();
+    EXPECT_EQ(told, 0);
+}
+
+TEST_F(UI_MultiColumnTreeHeaderRowTest, WhoIsToldOfAWidthMayTakeTheHeaderAwayAndThrow) {
+    mHeader->SetColumnWidthChangedCallback([&](HeaderRow::ColumnID) {
+        mHeader = new HeaderRow(*mTree);
+        throw std::runtime_error("on purpose");
+    });
+    GetQtHeader()->resizeSection(1, 200);
+    Sync();
+    EXPECT_EQ(mTree->GetHeaderRow(), mHeader);
+    EXPECT_EQ(mHeader->GetColumnCount(), 0);
+}
+
 TEST_F(UI_MultiColumnTreeHeaderRowTest, ADoubleClickOnABorderAsksForTheBestWidth) {
     std::vector<int> asked;
     mHeader->SetColumnBestFitWidthCallback([&asked](int index) {
@@ -166,6 +201,14 @@ TEST_F(UI_MultiColumnTreeHeaderRowTest, ANewHeaderTakesThePlaceOfTheFormer) {
     Sync();
     EXPECT_EQ(GetQtHeader()->count(), 1);
     EXPECT_EQ(GetTitleAt(0), "Only");
+}
+
+TEST_F(UI_MultiColumnTreeHeaderRowTest, BesideTheLastColumnTheHeaderGoesOn) {
+    const int end = GetQtHeader()->length();
+    ASSERT_LT(end + 10, GetQtHeader()->viewport()->width());
+    const QImage picture = GetQtHeader()->viewport()->grab().toImage();
+    // Beside the title of a column, at several heights, and as far from the columns.
+    for (int y = 1; y < picture.height(); y += 4) EXPECT_EQ(picture.pixel(end + 5, y), picture.pixel(end - 20, y)) << y;
 }
 
 }  // namespace zeltests

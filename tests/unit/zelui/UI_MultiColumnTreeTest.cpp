@@ -557,4 +557,18 @@ TEST_F(UI_MultiColumnTreeTest, WithAScreenReaderTenThousandRowsAskForFewTexts) {
     EXPECT_EQ(GetTable()->findChildren<QCheckBox*>().size(), 10);
 }
 
+TEST_F(UI_MultiColumnTreeTest, ItsEdgeHasTheColourOfTheLinesRoundGroupsOnBothThemes) {
+    using zelui::ui::Theme;
+    Fill(3);
+    Show();
+    for (const Theme::Choice choice : {Theme::kDark, Theme::kLight}) {
+        Theme::Get().Choose(choice);
+        const zelui::drawbot::ColorRGBA frame = zelui::ui::GetColor(zelui::ui::kColorFrame);
+        const QColor edge = GetTable()->grab().toImage().pixelColor(0, GetTable()->height() / 2);
+        EXPECT_NEAR(edge.redF(), frame.red, 0.02) << choice;
+        EXPECT_NEAR(edge.greenF(), frame.green, 0.02) << choice;
+        EXPECT_NEAR(edge.blueF(), frame.blue, 0.02) << choice;
+    }
+}
+
 }  // namespace zeltests

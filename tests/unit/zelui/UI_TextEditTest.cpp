@@ -1,12 +1,15 @@
 #include <QClipboard>
 #include <QDropEvent>
 #include <QHelpEvent>
+#include <QImage>
 #include <QInputMethodEvent>
 #include <QMenu>
 #include <QMimeData>
 #include <stdexcept>
+#include <zelui/Theme.h>
 #include <zelui/UI_StaticText.h>
 
+#include "../../../frameworks/zelui/src/ColorContrast.h"
 #include "TextEditStage.h"
 
 namespace zeltests {
@@ -524,6 +527,18 @@ TEST_F(UI_TextEditTest, WhatDoesNotFitIsInTheToolTip) {
     EXPECT_TRUE(GetField()->toolTip().contains("placeholder"));
     mEdit->UI_SetToolTip(U("Set"));
     EXPECT_TRUE(askForToolTip().contains("Set"));
+}
+
+TEST_F(UI_TextEditTest, ItsEdgeCanBeSeenOnBothThemes) {
+    using zelui::ui::Theme;
+    TakeFocusAway();
+    for (const Theme::Choice choice : {Theme::kDark, Theme::kLight}) {
+        Theme::Get().Choose(choice);
+        const QColor window = GetField()->palette().color(QPalette::Active, QPalette::Window);
+        const QImage picture = GetField()->grab().toImage();
+        EXPECT_GE(zelui::GetContrast(picture.pixelColor(0, picture.height() / 2), window), 1.45) << choice;
+    }
+    Theme::Get().Choose(Theme::kSystem);
 }
 
 }  // namespace zeltests

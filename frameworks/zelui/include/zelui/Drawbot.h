@@ -12,11 +12,16 @@ namespace drawbot {
 
 /// A colour; every part from 0 to 1, what is outside counts as the nearer end.
 struct ColorRGBA {
+    /// From 0 to 1, like the others.
     float red = 0.0f;
+    /// From 0 to 1.
     float green = 0.0f;
+    /// From 0 to 1.
     float blue = 0.0f;
+    /// 0 lets everything through, 1 nothing.
     float alpha = 1.0f;
 
+    /// Equal when all members are.
     bool operator==(const ColorRGBA&) const = default;
 };
 
@@ -28,6 +33,7 @@ public:
     virtual float GetStringWidth(const zelcore::ustring& text) const = 0;
     /// Height of the letters above the baseline, and of what hangs below it; display units.
     virtual float GetAscent() const = 0;
+    /// How far letters reach below the base line.
     virtual float GetDescent() const = 0;
 
 protected:
@@ -38,9 +44,13 @@ protected:
 /// An outline to stroke or fill. Made by SupplierInterface::NewPath; belongs to one supplier. Main thread.
 class ZELUI_API Path : public zelcore::utility::RefCountedObject {
 public:
+    /// Begins a new line there.
     virtual void MoveTo(const zelcore::geom::PointF& point) = 0;
+    /// Goes on in a straight line to there.
     virtual void LineTo(const zelcore::geom::PointF& point) = 0;
+    /// Goes back to where the line began.
     virtual void Close() = 0;
+    /// Adds a closed line round a rectangle.
     virtual void AddRect(const zelcore::geom::RectF& rect) = 0;
 
 protected:
@@ -67,6 +77,7 @@ public:
                             const ColorRGBA& color) = 0;
     /// Nothing is drawn outside `rect`, nor outside those pushed before, until PopClip. A PopClip too many is ignored.
     virtual void PushClip(const zelcore::geom::RectF& rect) = 0;
+    /// Takes the innermost clip away.
     virtual void PopClip() = 0;
 
 protected:

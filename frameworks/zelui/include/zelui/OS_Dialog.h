@@ -25,6 +25,7 @@ public:
     /// rectangle without area changes nothing. Without it the dialog opens over the middle of its parent the first
     /// time, and where it was closed from then on.
     zelcore::geom::Rect GetGlobalStructureRect() const;
+    /// Moves and sizes the window, its frame included, in display units of the desktop.
     void SetGlobalStructureRect(const zelcore::geom::Rect& rect);
 
     /// The dialog's window, while it is open.
@@ -41,6 +42,7 @@ protected:
     /// What the window really does; known inside the toolkit.
     class WindowSide;
 
+    /// For UI_Dialog alone.
     OS_Dialog(UI_Dialog& dialog, WindowSide& window);
     ~OS_Dialog() override;
 

@@ -25,6 +25,7 @@ public:
 
 protected:
     OS_NavigationDialog();
+    /// The title of the dialog's window.
     const zelcore::ustring& GetWindowTitle() const { return mTitle; }
 
 private:

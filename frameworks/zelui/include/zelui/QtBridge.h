@@ -37,17 +37,24 @@ ZELUI_API ui::UI_Node* GetNode(const QWidget* widget);
 /// over. Main thread.
 class ZELUI_API NodeWidget : public QWidget {
 public:
+    /// Shows that tree; its root must not be null.
     explicit NodeWidget(const boost::intrusive_ptr<ui::UI_Node>& root, QWidget* parent = nullptr);
     ~NodeWidget() override;
 
+    /// What it shows.
     const boost::intrusive_ptr<ui::UI_Node>& GetRoot() const;
 
+    /// The root's size.
     QSize sizeHint() const override;
+    /// The root's size: the tree decides.
     QSize minimumSizeHint() const override;
 
 protected:
+    /// Goes to the next node that wants the focus, then to the host's next widget.
     bool focusNextPrevChild(bool next) override;
+    /// Passes the focus in to the first node or the last.
     void focusInEvent(QFocusEvent* event) override;
+    /// Keeps the tree's size and what is in view up to date.
     bool event(QEvent* event) override;
 
 private:

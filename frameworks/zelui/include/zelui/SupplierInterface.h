@@ -23,6 +23,7 @@ public:
     /// above 0 and at most 1000, and without an application object. Sizes are rounded to whole units, at least 1. A
     /// name that the system does not have gives the font that the system takes instead.
     virtual boost::intrusive_ptr<Font> NewFont(const zelcore::ustring& name, int style, float size) const = 0;
+    /// A path with nothing in it yet.
     virtual boost::intrusive_ptr<Path> NewPath() const = 0;
     /// A surface of its own, `width` by `height` display units at `scale` pixels per unit, to measure or draw on
     /// without a window; null for a size that is not above 0 or has more than 64 million pixels.

@@ -16,16 +16,19 @@ public:
     /// kSystem follows the desktop and its changes.
     enum Choice { kSystem, kLight, kDark };
 
+    /// The one theme of the process.
     static Theme& Get();
 
     /// From 0 (black) to 1 (white): how light the background of windows is.
     float GetBrightness() const;
+    /// Whether light letters stand on dark ground.
     bool IsDark() const { return GetBrightness() < 0.5f; }
 
     /// Gives all windows of the application the light or the dark colours, or the system's again. Tells whom it
     /// concerns before it returns, and then throws what the first of those threw, if one did. Without an application
     /// object it has no effect.
     void Choose(Choice choice);
+    /// What Choose said last; kSystem at first.
     Choice GetChoice() const;
 
 private:
@@ -56,6 +59,7 @@ protected:
 /// What answers which theme its part of the tree has. There is one theme for the whole application.
 class ZELUI_API ThemeOwner {
 public:
+    /// The theme to draw with.
     const Theme& UI_GetTheme() const { return Theme::Get(); }
 
 protected:

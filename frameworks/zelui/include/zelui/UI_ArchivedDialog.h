@@ -43,6 +43,7 @@ public:
     /// or hidden. Escape and closing the window press Cancel; while it is disabled they do nothing, and without it they
     /// close the dialog all the same.
     void SetOkButton(const boost::intrusive_ptr<controls::UI_Button>& button);
+    /// The same for the button that cancels.
     void SetCancelButton(const boost::intrusive_ptr<controls::UI_Button>& button);
 
     /// The drawing supplier that the dialog was made with.

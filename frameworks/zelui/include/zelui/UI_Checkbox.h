@@ -10,10 +10,13 @@ class ZELUI_API UI_Checkbox : public UI_Button {
 public:
     UI_Checkbox();
 
+    /// Sets the mark; tells nobody.
     void SetChecked(bool checked);
+    /// Whether the mark is set.
     bool IsChecked() const { return mChecked; }
     /// The same as numbers: 1 is checked, 0 is not.
     void SetValue(int value) { SetChecked(value == 1); }
+    /// 1 when the mark is set, else 0.
     int GetValue() const { return mChecked ? 1 : 0; }
 
 protected:

@@ -16,6 +16,7 @@ public:
     /// NotifyWhenChanged or NotifyWhenChangedInteractively calls the one of these that belongs to it first; without it
     /// the button is right again after whatever else the program sets. `message` is not looked at.
     virtual void EditTextChanged(UI_ControlChangedMessage* message);
+    /// The same for the steps of a gesture.
     virtual void EditTextChangedInteractively(UI_InteractiveControlChangedMessage* message);
 
 protected:

@@ -23,6 +23,7 @@ public:
     /// as somebody holds it.
     void ChildRemove(const boost::intrusive_ptr<UI_Node>& child);
 
+    /// How many children it has.
     std::size_t ChildCount() const { return mChildren.size(); }
     /// The child at `index`, null beyond the end.
     boost::intrusive_ptr<UI_Node> ChildAt(std::size_t index) const;

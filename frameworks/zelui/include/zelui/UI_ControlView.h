@@ -14,6 +14,7 @@ class UI_ControlView;
 /// Told when the user has changed a control. Valid for the time of the call.
 class ZELUI_API UI_ControlChangedMessage {
 public:
+    /// Of that control.
     explicit UI_ControlChangedMessage(const boost::intrusive_ptr<UI_ControlView>& control);
     virtual ~UI_ControlChangedMessage();
 
@@ -34,6 +35,7 @@ private:
 /// Main thread.
 class ZELUI_API UI_ControlView : public ui::UI_Node {
 public:
+    /// Called after a person has changed the control; the message is there during the call only.
     typedef boost::function<void(UI_ControlChangedMessage*)> ChangedFunction;
 
     /// Has `function` called after each change that the user makes. Held until another one or null takes its place; it
@@ -49,11 +51,13 @@ public:
     static float DefaultTextSize();
 
 protected:
+    /// `wantsKeyboardFocus` makes it a stop of the Tab key.
     explicit UI_ControlView(bool wantsKeyboardFocus);
     ~UI_ControlView() override;
 
     /// Calls the function, if there is one. The control stays alive meanwhile.
     void TellChanged();
+    /// The same with a message of a derived kind.
     void TellChanged(UI_ControlChangedMessage& message);
 
 private:

@@ -18,7 +18,9 @@ namespace ui {
 /// keeps its own reference while the dialog is open.
 class ZELUI_API UI_Dialog : public zelcore::utility::RefCountedObject {
 public:
+    /// How a dialog was left.
     typedef UI_DialogViewContainer::Response Response;
+    /// Told how the dialog was left, after it has closed.
     typedef boost::function<bool(Response)> PostCloseCallback;
 
     /// Sets what runs once each time the dialog has closed, however it was closed. Its result tells whether the
@@ -39,6 +41,7 @@ public:
     /// from it is thrown away meanwhile, so that nobody starts the same work again inside itself.
     void UI_IdleUpdate();
 
+    /// Whether it can be seen, modal or not.
     bool UI_IsOpen() const;
     /// The dialog's window, for use as another window's parent; null while it has none.
     HWND UI_GetPlatformWindow() const;
@@ -47,8 +50,10 @@ protected:
     /// The Qt side of a dialog; defined and known only inside the toolkit.
     class Peer;
 
+    /// With the toolkit's side of the dialog, which it owns.
     UI_Dialog(std::unique_ptr<Peer> peer);
     ~UI_Dialog() override;
+    /// The toolkit's side of the dialog.
     Peer& GetPeer() const { return *mPeer; }
 
 private:

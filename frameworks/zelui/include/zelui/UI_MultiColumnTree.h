@@ -39,17 +39,22 @@ class UI_MultiColumnTreeHeaderRow;
 /// changed under the drawing. A tree that goes tells nobody.
 class ZELUI_API UI_MultiColumnTree : public UI_ControlView, public ui::UI_Container {
 public:
+    /// Rows are held by the tree and by whoever keeps them.
     typedef boost::intrusive_ptr<UI_MultiColumnTreeRow> RowPtr;
+    /// Rows in an order that is said where they come from.
     typedef std::vector<RowPtr> Rows;
 
     /// Draws the cell of a row in column `index`. `isHighlighted`: the row, or this cell, is selected.
     typedef boost::function<void(drawbot::Drawbot& drawbot, const RowPtr& row, int index,
                                  const zelcore::geom::RectF& cell, bool isHighlighted)>
         DrawCellOfRowCallback;
+    /// Told of a row that came into view or left it.
     typedef boost::function<void(const RowPtr& row)> RowVisibilityChangedCallback;
+    /// Told nothing: ask the tree what is selected now.
     typedef boost::function<void()> SelectionChangedCallback;
     /// What a column is sorted by, for one row.
     typedef boost::function<zelcore::ustring(const RowPtr& row, int index)> CellSortDataFunction;
+    /// Gives the text of a cell, by its row and the place of its column.
     typedef boost::function<zelcore::ustring(const RowPtr& row, int index)> CellTextFunction;
 
     UI_MultiColumnTree();
@@ -65,20 +70,26 @@ public:
     void SetSupportNoneSelected(bool support);
     /// Whether a click below the last row selects none, where that may be.
     void SetSupportDeselectAllOnEmptyTreeClick(bool support);
+    /// Whether several rows can be selected at once.
     void SetSupportMultipleSelections(bool support);
     /// Whether typing selects the next row whose first text begins with what is typed.
     void SetSupportNonArrowKeysToSelectRow(bool support);
     /// Whether people can select rows, and single cells in them. The program always can.
     void SetSupportUserSelectableRows(bool support);
+    /// Whether people can select single cells of rows. The program always can.
     void SetSupportUserSelectableCells(bool support);
     /// For a tree without a header: 1 unless set, at most kMaxColumns. A header counts its columns itself.
     void SetNumberOfColumns(int count);
     /// Whole and at least 10; 0 for a column that is not there.
     void SetColumnWidth(int index, float width);
+    /// How wide the column at that place is, in display units.
     float GetColumnWidth(int index) const;
+    /// How many columns there are.
     int GetColumnCount() const;
+    /// More columns than this are not made.
     static constexpr int kMaxColumns = 64;
 
+    /// Has `callback` draw the cells; without one they show their texts.
     void SetDrawCellOfRowCallback(const DrawCellOfRowCallback& callback);
     /// Called for each row that comes into view or leaves it, by scrolling, sorting, resizing or because the list is
     /// shown or hidden; soon after it happened, from the main loop and before it is painted, or at once by
@@ -88,7 +99,9 @@ public:
     /// Called after every change of which rows are selected, or which cell is: by the user, by the program, and because
     /// rows were removed.
     void SetRowsSelectionChangedCallback(const SelectionChangedCallback& callback);
+    /// Called after every change of which cell is selected.
     void SetCellSelectionChangedCallback(const SelectionChangedCallback& callback);
+    /// Has `function` say by what rows are sorted.
     void SetCellSortDataFunction(const CellSortDataFunction& function);
     /// The texts of cells for screen readers, for tool tips over what is cut off, and for typing ahead. Without it the
     /// cells are blank to them.
@@ -106,6 +119,7 @@ public:
     void RemoveAllRows();
     /// How many there are, and the one at a place of the shown order; null beyond the end.
     std::size_t GetRowCount() const;
+    /// The row at a place of the order that is shown, from 0; null beyond the last.
     RowPtr GetRowAt(std::size_t place) const;
     /// Sorts by the header's sort column and direction, equal rows stay in their order. Nothing without a header or a
     /// sort column. Without a sort function by the texts. Each key is asked for once; a function that throws or changes
@@ -113,9 +127,11 @@ public:
     /// the end until the next time. The selection stays with its rows. Keys are compared without regard to case, then
     /// exactly; digits in them as numbers ("2" is before "10").
     void SortTree();
+    /// Shows the list from its first row on.
     void ScrollToTop();
     /// Scrolls as little as is needed for the row to be seen in full.
     void ScrollToRow(const RowPtr& row);
+    /// How high every row is, in display units.
     float GetRowHeight() const;
     /// Whether the row was told to be visible last.
     bool IsRowVisible(const RowPtr& row) const;
@@ -125,6 +141,7 @@ public:
 
     // Selection
 
+    /// Whether at least one row is selected.
     bool IsAnyRowSelected() const;
     /// In the order in which they are shown.
     Rows GetSelectedRows() const;

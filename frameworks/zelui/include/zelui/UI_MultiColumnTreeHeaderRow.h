@@ -20,8 +20,12 @@ class UI_MultiColumnTree;
 /// first, the other way round the next time. By keyboard: Control and a digit sorts by that column.
 class ZELUI_API UI_MultiColumnTreeHeaderRow : public zelcore::utility::RefCountedObject {
 public:
+    /// Names a column whatever its place; 0 is none.
     typedef std::uint32_t ColumnID;
+    /// Gives the width at which the column at that place shows everything, in display units.
     typedef boost::function<float(int index)> ColumnBestFitWidthCallback;
+    /// Told of a column that became wider or narrower.
+    typedef boost::function<void(ColumnID id)> ColumnWidthChangedCallback;
 
     /// The header of that tree from now on, without columns. The tree holds it; a former one belongs to no tree any
     /// more. Harmless after the tree has gone.
@@ -34,20 +38,27 @@ public:
     ColumnID GetColumnAt(int index) const;
     /// -1 when there is none.
     int GetIndexOf(ColumnID id) const;
+    /// How many columns there are.
     int GetColumnCount() const;
     /// In display units, whole and at least 10; 0 for a column that is not there.
     void SetColumnWidth(ColumnID id, float width);
+    /// How wide the column is, in display units; 0 for one that is not there.
     float GetColumnWidth(ColumnID id) const;
 
     /// The column that rows are sorted by; 0 for none. Setting it, or the direction, sorts nothing yet: see
     /// UI_MultiColumnTree::SortTree. One that is not there counts as none.
     void SetSortColumn(ColumnID id);
+    /// The column that rows are sorted by; 0 for none.
     ColumnID GetSortColumn() const;
+    /// Sorts upwards or downwards; tells nobody.
     void SetSortDirection(bool ascending);
+    /// Whether it sorts upwards.
     bool IsSortDirectionAscending() const;
 
     /// Asked for the width of the column at `index` that everything in it fits into, when its border is double-clicked.
     void SetColumnBestFitWidthCallback(const ColumnBestFitWidthCallback& callback);
+    /// Called after a column has got another width: from the user, who may go on dragging, or from the program.
+    void SetColumnWidthChangedCallback(const ColumnWidthChangedCallback& callback);
 
 protected:
     ~UI_MultiColumnTreeHeaderRow() override;
@@ -61,12 +72,14 @@ private:
     };
 
     void TellTree();
+    void ChangeWidth(int index, float width);
 
     UI_MultiColumnTree* mTree;  ///< null once the tree has gone
     std::vector<Column> mColumns;
     ColumnID mSortColumn;
     bool mAscending;
     ColumnBestFitWidthCallback mBestFitWidth;
+    ColumnWidthChangedCallback mWidthChanged;
 };
 
 }  // namespace controls

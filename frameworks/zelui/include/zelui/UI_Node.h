@@ -58,18 +58,22 @@ public:
 
     /// A name to find the node by, in tests and archives; also the name of its widget.
     void UI_SetID(const zelcore::utf8string& id);
+    /// What UI_SetID set; empty by itself.
     zelcore::utf8string UI_GetID() const;
 
     /// The frame. `applyLayout` has layout that is still to be done for this node done first, where its containers lay
     /// out their children themselves; without it the answer is the frame as it was last set.
     zelcore::geom::RectF UI_GetLocalRectF(bool applyLayout = false) const;
+    /// UI_GetLocalRectF, rounded to whole units.
     zelcore::geom::Rect UI_GetLocalRect(bool applyLayout = false) const;
     /// Sets the frame. A negative size counts as 0; numbers that are none, or beyond 16 million, change nothing.
     void UI_SetLocalRectF(const zelcore::geom::RectF& frame);
+    /// UI_SetLocalRectF in whole units.
     void UI_SetLocalRect(const zelcore::geom::Rect& frame);
 
     /// Shows or hides the node and with it its children; they keep their own state.
     void UI_Show(bool show);
+    /// The opposite of UI_Show.
     void UI_Hide() { UI_Show(false); }
     /// Whether the node itself is shown; whether that can be seen depends on its ancestors as well.
     bool UI_IsShown() const { return mShown; }
@@ -118,16 +122,21 @@ public:
 
     /// For screen readers, where the node's own text does not say what it is.
     void UI_SetAccessibleName(const zelcore::ustring& name);
+    /// What screen readers say of the node.
     zelcore::ustring UI_GetAccessibleName() const;
+    /// Sets the text that is shown when the mouse rests over the node; empty for none.
     void UI_SetToolTip(const zelcore::ustring& text);
+    /// What UI_SetToolTip set.
     zelcore::ustring UI_GetToolTip() const;
 
     /// The node as a container; null when it is none.
     virtual UI_Container* UI_AsContainer();
+    /// The same for a node that is not to be changed.
     const UI_Container* UI_AsContainer() const { return const_cast<UI_Node*>(this)->UI_AsContainer(); }
 
     /// The Qt side of a node; defined and known only inside the toolkit.
     class Peer;
+    /// What stands for the node on the screen; null while nothing does. For the toolkit.
     Peer* UI_GetPeer() const { return mPeer.get(); }
 
 protected:

@@ -26,7 +26,9 @@ public:
     /// Removes the item at `index`; nothing when there is none. Items after it move up; the value stays the item that
     /// it was, and becomes 0 when that is removed.
     void RemoveItem(int index);
+    /// Removes all items; the value is 0 then. Tells nobody.
     void RemoveAllItems();
+    /// How many items there are.
     int GetItemCount() const { return static_cast<int>(mItems.size()); }
     /// Empty for an index that is not there.
     zelcore::ustring GetItemText(int index) const;
@@ -34,6 +36,7 @@ public:
     /// Index of the chosen item; 0 for a popup without items. Setting one that is not there changes nothing. Setting it
     /// takes a text of SetValueString away again.
     int GetValue() const { return mValue; }
+    /// Chooses an item by its place from 0; tells nobody.
     void SetValue(int index);
 
     /// Has the closed popup show `text` in place of the chosen item's text, until a value is set or chosen; the value

@@ -12,6 +12,7 @@ namespace dialogs {
 /// or pressing Escape is the same as Cancel; without a Cancel button neither closes it.
 class ZELUI_API UI_ProgressDialog : public ui::UI_Dialog {
 public:
+    /// Told the position, the total and the text of each step.
     typedef boost::signal<void(unsigned long current, unsigned long total, const zelcore::ustring& extraText)>
         ProgressSignal;
 

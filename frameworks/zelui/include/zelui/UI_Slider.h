@@ -13,21 +13,26 @@ enum SliderDirection { kSliderHorizontal = 0, kSliderVertical = 1 };
 template <typename T>
 class UI_SliderT : public UI_InteractiveControlView {
 public:
+    /// The lowest value and the highest.
     typedef std::pair<T, T> Range;
 
     /// The values at the slider's two ends, the lower one first; the value is moved into it. From 0 to 1 at first. Ends
     /// that are equal, the wrong way round or no numbers change nothing.
     void SetValueRange(const Range& range);
+    /// What SetValueRange set.
     const Range& GetValueRange() const { return mRange; }
     /// The part of the range that the user can reach; all of it at first. Parts outside the range count for nothing.
     void SetExtent(const Range& extent);
+    /// What SetExtent set.
     const Range& GetExtent() const { return mExtent; }
 
     /// The value: exactly the one that was set, moved into the range, until the user moves the slider.
     T GetValue() const { return mValue; }
+    /// Moves the slider; tells nobody.
     void SetValue(T value);
 
 protected:
+    /// `wantsKeyboardFocus` makes it a stop of the Tab key.
     explicit UI_SliderT(bool wantsKeyboardFocus);
     ~UI_SliderT() override;
 
@@ -58,7 +63,9 @@ public:
     /// `reversed` has the lower end at the right, or at the top.
     UI_Slider(SliderDirection direction, bool reversed);
 
+    /// Which way it lies.
     SliderDirection GetDirection() const { return mDirection; }
+    /// Whether the lower end is at the right, or at the top.
     bool IsReversed() const { return mReversed; }
 
 protected:

@@ -16,10 +16,14 @@ public:
 
     /// The text; both setters are the same.
     void SetLabelText(const zelcore::ustring& text);
+    /// Sets the text.
     void SetValue(const zelcore::ustring& text) { SetLabelText(text); }
+    /// The text.
     const zelcore::ustring& GetValue() const { return mText; }
 
+    /// Where in the frame the text stands.
     void SetAlignment(ControlAlignment alignment);
+    /// What SetAlignment set.
     ControlAlignment GetAlignment() const { return mAlignment; }
 
 protected:

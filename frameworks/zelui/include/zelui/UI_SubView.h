@@ -17,6 +17,7 @@ class ZELUI_API UI_SubView : public UI_Node,
 public:
     UI_SubView();
 
+    /// Always the sub-view itself.
     using UI_Node::UI_AsContainer;
     UI_Container* UI_AsContainer() override;
 

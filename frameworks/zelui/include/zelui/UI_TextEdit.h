@@ -30,12 +30,15 @@ public:
     /// blanks, halves of surrogate pairs are left out. The same goes for what the user puts in. Setting it tells
     /// nobody.
     void SetValue(const zelcore::ustring& text);
+    /// The text that is in the field.
     const zelcore::ustring& GetValue() const { return mText; }
+    /// The longest text, in code units; longer ones are cut.
     static constexpr std::size_t kMaxLength = 32768;
 
     /// Shown in an empty field, dimmed: what may be typed here. It is also what screen readers call a field that has no
     /// name and no static text before it.
     void SetPlaceholder(const zelcore::ustring& text);
+    /// What SetPlaceholder set.
     const zelcore::ustring& GetPlaceholder() const { return mPlaceholder; }
 
 protected:

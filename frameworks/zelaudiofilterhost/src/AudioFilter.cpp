@@ -23,6 +23,12 @@ AudioFilter::AudioFilter()
 
 AudioFilter::~AudioFilter() = default;
 
+// State
+
+AudioFilter::State AudioFilter::GetState() const { return State(); }
+
+bool AudioFilter::SetState(const State&) { return false; }
+
 // The editor
 
 bool AudioFilter::HasEditor() const { return false; }

@@ -4,8 +4,7 @@
 #include <vector>
 
 #include <zelaudiofilterhost/AudioFilter.h>
-
-#include "SoundThreadValue.h"
+#include <zelaudiofilterhost/SoundThreadValue.h>
 
 namespace zelaudiofilterhost {
 

@@ -10,6 +10,7 @@
 #include "Vst2Editor.h"
 #include "Vst2Host.h"
 #include "Vst2Shell.h"
+#include "Vst2State.h"
 
 namespace zelaudiofilterhost {
 
@@ -120,6 +121,27 @@ ustring Vst2AudioFilter::GetParameterValueString(int index) const {
     return GetParameterText(vst2::kGetParameterDisplay, index);
 }
 
+AudioFilter::State Vst2AudioFilter::GetState() const {
+    const boost::intrusive_ptr<const AudioFilter> self(this);
+    const std::optional<StateEnvelope> state = Vst2State::Read(*mInstance);
+    return state ? state->Pack(mComponentId) : State();
+}
+
+bool Vst2AudioFilter::SetState(const State& bytes) {
+    // The effect may run the event loop, or whoever is told may let go of the filter.
+    const boost::intrusive_ptr<AudioFilter> self(this);
+    const std::optional<StateEnvelope> state = StateEnvelope::Unpack(bytes, mComponentId);
+    if (!state || !Vst2State::IsFit(*state, *mInstance)) return false;
+    bool isTaken = false;
+    {
+        const BlockGate::Closed closed(mGate);
+        if (!closed.IsFirst()) return false;
+        isTaken = Vst2State::Write(*state, *mInstance);
+    }
+    GetStateChangedSignal()();
+    return isTaken;
+}
+
 // An effect may change its mind while its editor is open; who opened it must still find that there is one to close.
 bool Vst2AudioFilter::HasEditor() const {
     return mEditor != nullptr || (mInstance->GetEffect().flags & vst2::kHasEditor) != 0;
@@ -163,7 +185,8 @@ void Vst2AudioFilter::ProcessEffect(const float* const* inputs, float* const* ou
     if (frames <= 0) return;
     // Always: an effect may leave some of its outputs alone, have fewer now, or add to what is there.
     ClearOutputs(outputs, frames);
-    if (!mIsRunning || frames > mBuffers.GetMaximumFrames() || !FitsChannels()) return;
+    const BlockGate::Block block(mGate);
+    if (!block.IsInside() || !mIsRunning || frames > mBuffers.GetMaximumFrames() || !FitsChannels()) return;
     const vst2::Effect& effect = mInstance->GetEffect();
     mBuffers.Load(inputs, outputs, frames, ClampChannels(effect.inputCount), ClampChannels(effect.outputCount));
     mSoundThread = std::this_thread::get_id();

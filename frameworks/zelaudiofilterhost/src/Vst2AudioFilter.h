@@ -8,6 +8,7 @@
 #include <zelaudiofilterhost/AudioFilter.h>
 #include <zelaudiofilterhost/PluginComponentInfo.h>
 
+#include "BlockGate.h"
 #include "EditorSizeRequests.h"
 #include "Vst2Buses.h"
 #include "Vst2ChannelBuffers.h"
@@ -46,6 +47,8 @@ public:
     float GetParameterValue(int index) const override;
     void SetParameterValue(int index, float value) override;
     ustring GetParameterValueString(int index) const override;
+    State GetState() const override;
+    bool SetState(const State& state) override;
     bool HasEditor() const override;
     boost::intrusive_ptr<AudioFilterEditor> GetEditor() override;
     void GetBusConfiguration(AudioFilterBusList& inputs, AudioFilterBusList& outputs) const override;
@@ -84,6 +87,7 @@ private:
     std::atomic<double> mSampleRate;
     std::atomic<int> mBlockSize;
     std::atomic<std::thread::id> mSoundThread;  ///< while it is in the effect
+    BlockGate mGate;                            ///< closed while the effect takes a state
     EditorSizeRequests mSizeRequests;
     Vst2Editor* mEditor;  ///< the one that somebody holds; it holds this filter
     Vst2HostConnection mConnection;

@@ -10,6 +10,7 @@
 #include "Vst3Editor.h"
 #include "Vst3MemoryStream.h"
 #include "Vst3Module.h"
+#include "Vst3State.h"
 #include "Vst3View.h"
 
 namespace zelaudiofilterhost {
@@ -32,6 +33,27 @@ Vst3AudioFilter::Vst3AudioFilter(std::shared_ptr<Vst3Module> module, const Vst3C
 Vst3AudioFilter::~Vst3AudioFilter() {
     StopProcessing();
     mHandler->SetTarget(nullptr);
+}
+
+AudioFilter::State Vst3AudioFilter::GetState() const {
+    const boost::intrusive_ptr<const AudioFilter> self(this);
+    const std::optional<StateEnvelope> state = Vst3State::Read(mInstance, mParameters);
+    return state ? state->Pack(mComponentId) : State();
+}
+
+bool Vst3AudioFilter::SetState(const State& bytes) {
+    // The plug-in may run the event loop, or whoever is told may let go of the filter.
+    const boost::intrusive_ptr<AudioFilter> self(this);
+    const std::optional<StateEnvelope> state = StateEnvelope::Unpack(bytes, mComponentId);
+    if (!state || !Vst3State::IsFit(*state)) return false;
+    bool isTaken = false;
+    {
+        const BlockGate::Closed closed(mProcessor.GetGate());
+        if (!closed.IsFirst()) return false;
+        isTaken = Vst3State::Write(*state, mInstance, mParameters);
+    }
+    GetStateChangedSignal()();
+    return isTaken;
 }
 
 bool Vst3AudioFilter::HasEditor() const {

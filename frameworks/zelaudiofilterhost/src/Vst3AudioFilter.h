@@ -35,6 +35,8 @@ public:
     float GetParameterValue(int index) const override { return mParameters.GetValue(index); }
     void SetParameterValue(int index, float value) override { mParameters.SetValue(index, value); }
     ustring GetParameterValueString(int index) const override { return mParameters.GetValueString(index); }
+    State GetState() const override;
+    bool SetState(const State& state) override;
     bool HasEditor() const override;
     boost::intrusive_ptr<AudioFilterEditor> GetEditor() override;
     void GetBusConfiguration(AudioFilterBusList& inputs, AudioFilterBusList& outputs) const override;

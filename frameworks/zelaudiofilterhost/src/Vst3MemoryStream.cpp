@@ -26,7 +26,7 @@ tresult PLUGIN_API Vst3MemoryStream::read(void* buffer, int32 length, int32* len
     if (!IsBuffer(buffer, length)) return kInvalidArgument;
     const std::size_t left = mBytes.size() - std::min(mPosition, mBytes.size());
     const std::size_t taken = std::min(left, static_cast<std::size_t>(length));
-    if (taken > 0) std::copy_n(mBytes.data() + mPosition, taken, static_cast<char*>(buffer));
+    if (taken > 0) std::copy_n(mBytes.data() + mPosition, taken, static_cast<std::uint8_t*>(buffer));
     mPosition += taken;
     Report(lengthRead, taken);
     return kResultOk;
@@ -37,13 +37,16 @@ tresult PLUGIN_API Vst3MemoryStream::write(void* buffer, int32 length, int32* le
     if (!IsBuffer(buffer, length)) return kInvalidArgument;
     const auto added = static_cast<std::size_t>(length);
     if (added == 0) return kResultOk;
+    const bool hadRefused = mHasRefused;
+    mHasRefused = true;
     if (added > kMaxBytes - mPosition) return Steinberg::kOutOfMemory;
     try {
         mBytes.resize(std::max(mBytes.size(), mPosition + added));
     } catch (const std::bad_alloc&) {
         return Steinberg::kOutOfMemory;
     }
-    std::copy_n(static_cast<const char*>(buffer), added, mBytes.data() + mPosition);
+    mHasRefused = hadRefused;
+    std::copy_n(static_cast<const std::uint8_t*>(buffer), added, mBytes.data() + mPosition);
     mPosition += added;
     Report(lengthWritten, added);
     return kResultOk;

@@ -35,6 +35,16 @@ public:
     bool Put(Id id, double value);
     /// Whether a value of this parameter has not been received yet. Sender; may be out of date at once.
     bool IsWaiting(Id id) const;
+    /// Calls `function(id, value)` for each that has not been received yet, in the order in which they were first sent;
+    /// it may Put them anew. Sender; may be out of date at once.
+    template <typename Function>
+    void ForEachWaiting(Function function) const {
+        for (std::size_t i = 0; i < mUsed; ++i) {
+            const Slot& slot = mSlots[i];
+            if (slot.isWaiting.load(std::memory_order_acquire))
+                function(slot.id, slot.value.load(std::memory_order_relaxed));
+        }
+    }
 
     /// Receives at most `room` values in the order in which their parameters were first sent: calls
     /// `function(id, value)` for each. Receiver.

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <iterator>
 #include <new>
+#include <set>
 
 #include <zelaudiofilterhost/PluginComponentInfo.h>
 
@@ -106,6 +107,42 @@ void Vst3Parameters::OnEdited(Vst::ParamID id, double value) {
         return;
     }
     mToProcessor.Put(id, normalized);
+}
+
+template <typename Function>
+void Vst3Parameters::ForEachSettable(Function function) const {
+    const int count = AskCount();
+    for (int position = 0; position < count; ++position) {
+        Vst::ParameterInfo info = {};
+        if (AskInfo(position, info) && (info.flags & Vst::ParameterInfo::kIsReadOnly) == 0) function(info.id);
+    }
+}
+
+Vst3Parameters::Values Vst3Parameters::GetAll() const {
+    Values values;
+    ForEachSettable([&](Vst::ParamID id) { values.emplace_back(id, Ask(id)); });
+    return values;
+}
+
+Vst3Parameters::Values Vst3Parameters::GetWaiting() const {
+    Values values;
+    mToProcessor.ForEachWaiting([&](Vst::ParamID id, double value) { values.emplace_back(id, value); });
+    return values;
+}
+
+void Vst3Parameters::SetAll(const Values& values) {
+    if (values.empty()) return;
+    std::set<Vst::ParamID> known;
+    ForEachSettable([&](Vst::ParamID id) { known.insert(id); });
+    for (const auto& [id, value] : values) {
+        if (known.contains(id) && Tell(id, value)) OnEdited(id, value);
+    }
+}
+
+void Vst3Parameters::Renew() {
+    if (mController == nullptr) return;
+    mFromProcessor.Take(mFromProcessor.GetCapacity(), [](Vst::ParamID, double) {});
+    mToProcessor.ForEachWaiting([this](Vst::ParamID id, double) { mToProcessor.Put(id, Ask(id)); });
 }
 
 bool Vst3Parameters::Find(int index, Vst::ParameterInfo& info) const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <utility>
 #include <vector>
 
 #include <boost/intrusive_ptr.hpp>
@@ -18,6 +19,9 @@ namespace zelaudiofilterhost {
 /// out.
 class Vst3Parameters {
 public:
+    /// Ids and normalised values.
+    typedef std::vector<std::pair<Steinberg::Vst::ParamID, double>> Values;
+
     /// `controller` may be null (no parameters) and outlives the object.
     explicit Vst3Parameters(Steinberg::Vst::IEditController* controller);
 
@@ -31,6 +35,17 @@ public:
     /// A value that the controller has by itself and the processor must learn.
     void OnEdited(Steinberg::Vst::ParamID id, double value);
 
+    // For keeping them and giving them back.
+    /// Those that are set, whether people see them or not; meters and the like are the plug-in's own.
+    Values GetAll() const;
+    /// Those that the processor has not learned yet.
+    Values GetWaiting() const;
+    /// Tells the controller and the processor; ids that are not there (any more) are left out.
+    void SetAll(const Values& values);
+    /// The plug-in has got other values by itself: what was on its way to the processor becomes these, what was on its
+    /// way from it is dropped. Never beside a block.
+    void Renew();
+
     /// Where processing takes the values for the processor from: received there.
     Vst3ParameterMailbox& GetToProcessor() { return mToProcessor; }
     /// Where processing puts the values that the processor tells: sent there. The controller gets them when it is asked
@@ -41,6 +56,8 @@ private:
     int AskCount() const;
     bool AskInfo(int position, Steinberg::Vst::ParameterInfo& info) const;
     void ListShown() const;
+    template <typename Function>
+    void ForEachSettable(Function function) const;
     bool Find(int index, Steinberg::Vst::ParameterInfo& info) const;
     double Ask(Steinberg::Vst::ParamID id) const;
     bool Tell(Steinberg::Vst::ParamID id, double value);

@@ -123,7 +123,8 @@ void Vst3Processor::Process(const float* const* inputs, float* const* outputs, i
     const auto count = static_cast<std::size_t>(frames);
     // Silent before it is asked, because effects leave out outputs that they have nothing for.
     Silence(outputs, count);
-    if (!mRunning.load(std::memory_order_acquire) || count > mMaximumFrames) return;
+    const BlockGate::Block block(mGate);
+    if (!block.IsInside() || !mRunning.load(std::memory_order_acquire) || count > mMaximumFrames) return;
     Prepare(inputs, outputs, count);
     if (!Call(count)) {
         Silence(outputs, count);

@@ -8,6 +8,7 @@
 #include <pluginterfaces/vst/ivstcomponent.h>
 #include <pluginterfaces/vst/ivstprocesscontext.h>
 
+#include "BlockGate.h"
 #include "Vst3BusBuffers.h"
 #include "Vst3BusLayout.h"
 #include "Vst3ParameterChanges.h"
@@ -41,6 +42,8 @@ public:
     void Stop();
     /// AudioFilter::ProcessEffect. Sound thread.
     void Process(const float* const* inputs, float* const* outputs, int frames);
+    /// While it is closed, Process gives silence.
+    BlockGate& GetGate() { return mGate; }
 
 private:
     /// How far Activate has come.
@@ -70,6 +73,7 @@ private:
     Steinberg::int64 mFramesSoFar = 0;
     Stage mStage = Stage::kStopped;
     std::atomic<bool> mRunning{false};
+    BlockGate mGate;
 };
 
 }  // namespace zelaudiofilterhost

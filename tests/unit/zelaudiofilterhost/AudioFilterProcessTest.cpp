@@ -6,9 +6,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "AllocationCount.h"
 #include "BusesForTest.h"
 #include "RoutedFilter.h"
+#include "support/AllocationCount.h"
 #include "support/WaitFor.h"
 #include "Vst3FilterForTest.h"
 

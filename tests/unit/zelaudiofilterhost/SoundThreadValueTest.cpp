@@ -3,8 +3,7 @@
 #include <thread>
 
 #include <gtest/gtest.h>
-
-#include "SoundThreadValue.h"
+#include <zelaudiofilterhost/SoundThreadValue.h>
 
 namespace zeltests {
 
@@ -52,6 +51,19 @@ TEST(SoundThreadValueTest, WhatWasReplacedIsFreedByTheMainThreadOnly) {
         EXPECT_EQ(Counted::GetLive(), before);
     }
     EXPECT_EQ(Counted::GetLive(), live);
+}
+
+TEST(SoundThreadValueTest, CollectingFreesWhatWasReplacedAndNothingElse) {
+    const int live = Counted::GetLive();
+    Value value;
+    value.Publish(Counted(1));
+    value.Take();
+    value.Publish(Counted(2));
+    value.Take();
+    value.Publish(Counted(3));
+    value.Collect();
+    EXPECT_EQ(Counted::GetLive(), live + 2);
+    EXPECT_EQ(value.Take().GetNumber(), 3);
 }
 
 TEST(SoundThreadValueTest, ManyValuesWhileTheSoundThreadRunsComeInOrderAndLeaveNothing) {

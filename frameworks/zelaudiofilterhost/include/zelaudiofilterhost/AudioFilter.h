@@ -1,6 +1,9 @@
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <memory>
+#include <vector>
 
 #include <boost/intrusive_ptr.hpp>
 #include <boost/noncopyable.hpp>
@@ -30,11 +33,15 @@ class ChannelRouting;
 /// which effect channel is connected with which target channel, and Process carries the sound accordingly.
 class ZELAUDIOFILTERHOST_API AudioFilter : public zelcore::utility::RefCountedObject, private boost::noncopyable {
 public:
+    /// The two sides of a filter.
     enum Direction { kInput = 0, kOutput = 1 };
 
     /// Told which direction's map changed, the map before and the map now.
     typedef boost::signal<void(Direction, const ChannelMap&, const ChannelMap&)> ChannelMapChangedSignal;
+    /// Told nothing: ask the filter for its track now.
     typedef boost::signal<void()> TargetFormatChangedSignal;
+    /// Told nothing: the state is what GetState gives now.
+    typedef boost::signal<void()> StateChangedSignal;
 
     /// Target channels that a filter can have, those of the side-chain included.
     static constexpr std::size_t kMaxTargetChannels = 256;
@@ -58,6 +65,26 @@ public:
     virtual void SetParameterValue(int index, float value) = 0;
     /// The filter's own text for the current value, without its unit; fit to be shown, and empty where there is none.
     virtual ustring GetParameterValueString(int index) const = 0;
+
+    // State
+
+    /// What is kept of a filter between two runs of the host: bytes that only a filter of the same component reads.
+    typedef std::vector<std::uint8_t> State;
+    /// The most bytes that a state may have.
+    static constexpr std::size_t kMaxStateSize = std::size_t(64) << 20;
+
+    /// Everything that the plug-in keeps of itself: its own state where it has one, its parameters' values otherwise.
+    /// Empty when the plug-in fails, or has more than kMaxStateSize of it. Channel maps and format are the host's to
+    /// keep. Empty unless overridden.
+    virtual State GetState() const;
+    /// Gives the plug-in back what GetState gave, of this or of an earlier instance, perhaps of another version of the
+    /// plug-in. False, and nothing changed, for bytes that no GetState of this component gave; false also when the
+    /// plug-in refuses or throws, it is then in whatever state it left itself in. Parameters' values and texts are the
+    /// new ones afterwards, and who listens to them is told. Also while started: no block is processed meanwhile, those
+    /// that come are silent. False unless overridden.
+    virtual bool SetState(const State& state);
+    /// Fired when SetState has given the plug-in a state, whether it took it or not: each parameter may be another one.
+    StateChangedSignal& GetStateChangedSignal() { return mStateChanged; }
 
     // The editor
 
@@ -113,6 +140,7 @@ public:
     /// connected anew, and so disconnected where there is no side-chain for them. Fires like SetChannelMap.
     void AutoConnectSideChainChannels(bool replaceExisting);
 
+    /// Fired after a map changed, whoever changed it; once for each direction.
     ChannelMapChangedSignal& GetChannelMapChangedSignal();
     /// Fired after the track's channels or its side-chain changed.
     TargetFormatChangedSignal& GetTargetFormatChangedSignal();
@@ -150,6 +178,7 @@ protected:
     /// What StartProcessing and StopProcessing do with the effect itself. Numbers are in range, and StopEffect is
     /// called before the filter is asked to start again. A derived class's destructor calls StopProcessing first.
     virtual bool StartEffect(double sampleRate, int maximumFrames) = 0;
+    /// The reverse of StartEffect.
     virtual void StopEffect() = 0;
     /// Asks the effect to give its main buses these channels; it may refuse. Not while it is started. Does nothing
     /// unless overridden.
@@ -159,6 +188,7 @@ private:
     void SyncEffectChannels() const;
     void MoveTo(const zelmediatypes::AudioChannelLayout& layout, const AudioFilterBusDescription& sideChain);
 
+    StateChangedSignal mStateChanged;
     const std::unique_ptr<ChannelRouting> mRouting;
     bool mIsStarted;
     double mSampleRate;  ///< of the last start

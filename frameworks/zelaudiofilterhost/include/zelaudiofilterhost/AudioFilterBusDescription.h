@@ -20,13 +20,18 @@ public:
 
     /// No name, no channels, a main bus.
     AudioFilterBusDescription();
+    /// A bus of that name, with these channels.
     AudioFilterBusDescription(const zelcore::ustring& name, const zelmediatypes::AudioChannelLayout& layout,
                               Kind kind = kMain);
 
+    /// What people call the bus; may be empty.
     const zelcore::ustring& GetName() const { return mName; }
+    /// Its channels in order.
     const zelmediatypes::AudioChannelLayout& GetLayout() const { return mLayout; }
+    /// What the bus is for.
     Kind GetKind() const { return mKind; }
 
+    /// Equal in name, channels and kind.
     bool operator==(const AudioFilterBusDescription&) const = default;
 
 private:

@@ -23,6 +23,7 @@ public:
 
     /// The component: technology, path, and which of the module's components where it has several.
     PluginLocator GetLocator() const { return mLocator; }
+    /// What the component said of itself.
     const PluginComponentInfo& GetComponent() const { return mComponent; }
 
     /// Loads the plug-in and makes a filter of it. Throws PluginLoadError with the reason in plain words. A filter

@@ -15,8 +15,10 @@ namespace zelaudiofilterhost {
 /// itself. One per process. Main thread only.
 class ZELAUDIOFILTERHOST_API AudioFilterDescriptorManager {
 public:
+    /// Descriptors are shared and never change.
     typedef boost::intrusive_ptr<AudioFilterDescriptor> DescriptorPtr;
 
+    /// The one manager; made when it is first asked for.
     static AudioFilterDescriptorManager& GetInstance();
 
     /// The component of that ID, as the host or the catalogue has it now; null when there is none. Where the catalogue

@@ -18,7 +18,9 @@ namespace zelaudiofilterhost {
 /// false.
 class ZELAUDIOFILTERHOST_API AudioFilterEditor : public zelcore::utility::RefCountedObject, private boost::noncopyable {
 public:
+    /// Told nothing: ask the editor for its size now.
     typedef boost::signal<void()> ContentSizeChangedSignal;
+    /// Told whether the focus goes forward (true) or backward.
     typedef boost::signal<void(bool)> AdvanceFocusSignal;
 
     /// The rectangle that the editor wants, its left and top as the plug-in says (mostly 0). Width and height are from
@@ -60,6 +62,7 @@ protected:
     AudioFilterEditor();
     ~AudioFilterEditor() override;
 
+    /// Pixels per display unit, as the editor was told last.
     float GetContentScale() const { return mContentScale; }
     /// Whether SetContentScale takes it.
     static bool IsContentScale(float scale);

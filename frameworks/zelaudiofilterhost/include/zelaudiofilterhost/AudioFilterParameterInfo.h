@@ -14,8 +14,10 @@ using zelcore::ustring;
 /// empty.
 class ZELAUDIOFILTERHOST_API AudioFilterParameterInfo : public zelcore::utility::RefCountedObject {
 public:
+    /// A parameter of that name; `label` is its unit and may be empty.
     AudioFilterParameterInfo(const ustring& name, const ustring& label);
 
+    /// The parameter's name, for people.
     const ustring& GetName() const { return mName; }
     /// The unit of the value's text ("dB", "Hz"); empty for none.
     const ustring& GetLabel() const { return mLabel; }

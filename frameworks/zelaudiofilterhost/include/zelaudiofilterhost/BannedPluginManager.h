@@ -14,12 +14,15 @@ namespace zelaudiofilterhost {
 /// scanning adds what crashed it. One per process. Any thread, the iterators excepted.
 class ZELAUDIOFILTERHOST_API BannedPluginManager {
 public:
+    /// Goes through banned plug-ins in the order in which they were banned.
     typedef std::vector<PluginLocator>::const_iterator BannedIterator;
 
+    /// The one manager; made when it is first asked for.
     static BannedPluginManager& GetInstance();
 
     /// File names in the preferences folder.
     ustring GetSettingsFileName() const;
+    /// Name of the permanent list's file in the preferences folder.
     ustring GetPermanentBannedSettingsFileName() const;
 
     /// Replaces the permanent list by the file's. False, and the list in memory as it was, when the file is missing or
@@ -33,6 +36,7 @@ public:
 
     /// Puts a plug-in on the user's list; one that is on it stays where it is and gets the new reason, if there is one.
     void AddBannedPlugin(const PluginLocator& locator);
+    /// The same, with a reason in plain words that is kept with the ban.
     void AddBannedPlugin(const PluginLocator& locator, const ustring& reason);
     /// Takes it off the user's list; one that is not on it is harmless.
     void RemoveBannedPlugin(const PluginLocator& locator);
@@ -48,6 +52,7 @@ public:
 
     /// The user's list in its order, as it was at the last BannedBegin. Main thread.
     BannedIterator BannedBegin();
+    /// The end of what BannedBegin began.
     BannedIterator BannedEnd();
 
 private:

@@ -9,6 +9,7 @@ namespace zelaudiofilterhost {
 /// track's main channels, then those of its side-chain), or to kNotConnected. A target channel may occur several times.
 typedef std::map<int, int> ChannelMap;
 
+/// The entry of an effect channel that is connected with no target channel.
 constexpr int kNotConnected = -1;
 
 }  // namespace zelaudiofilterhost

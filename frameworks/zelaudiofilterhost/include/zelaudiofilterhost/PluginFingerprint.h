@@ -17,6 +17,7 @@ struct ZELAUDIOFILTERHOST_API PluginFingerprint {
     /// Looks at the file or bundle now; all zero when there is none.
     static PluginFingerprint Take(const zelcore::ustring& path);
 
+    /// Equal when all members are.
     bool operator==(const PluginFingerprint&) const = default;
 };
 

@@ -23,19 +23,24 @@ public:
     PluginModuleInfo(const PluginLocator& locator, const ustring& name, const PluginFingerprint& fingerprint,
                      const std::vector<PluginComponentInfo>& components);
 
+    /// Which plug-in it is.
     const PluginLocator& GetLocator() const { return mLocator; }
+    /// Its file as it was when it was scanned.
     const PluginFingerprint& GetFingerprint() const { return mFingerprint; }
+    /// What it has; at least one.
     const std::vector<PluginComponentInfo>& GetComponents() const { return mComponents; }
     /// The name to show: never empty (the file's title where the plug-in gives none).
     const ustring& GetName() const { return mName; }
     /// The first component's vendor and version.
     const ustring& GetVendor() const { return mComponents.front().vendor; }
+    /// The first component's version.
     const ustring& GetVersion() const { return mComponents.front().version; }
     /// True when at least one component is an effect.
     bool HasAnyNonSynthEffect() const;
 
     /// The user's choice whether the plug-in is offered; true for a new one. It is kept by the next save.
     bool IsEnabled() const { return mEnabled; }
+    /// Sets the user's choice; saved with the catalogue.
     void SetEnabled(bool enabled);
 
 protected:

@@ -22,8 +22,11 @@ namespace zelaudiofilterhost {
 /// whole. A crash leaves the state before the save or after it.
 class ZELAUDIOFILTERHOST_API PluginModuleInfoManager {
 public:
+    /// Goes through the working plug-ins.
     typedef std::vector<boost::intrusive_ptr<PluginModuleInfo>>::const_iterator PluginInfoIterator;
+    /// Goes through what was looked at in vain.
     typedef std::vector<PluginScanFailure>::const_iterator FailureIterator;
+    /// Told nothing: the catalogue is as it is now.
     typedef boost::signal<void()> PluginInfosChangedSignal;
 
     /// What became of a catalogue file that was loaded.
@@ -34,6 +37,7 @@ public:
         kKeptAside   ///< it could not be understood at all: as kMissing, the file is kept aside
     };
 
+    /// The one catalogue; made when it is first asked for.
     static PluginModuleInfoManager& GetInstance();
 
     /// The candidates in all technologies' folders, each once, without those on a ban list. With `onlyNewOrChanged`
@@ -48,6 +52,7 @@ public:
     /// Takes a plug-in up, in place of what is known of its locator. A choice that the user made for that locator
     /// earlier is applied again.
     void AddPluginInfo(const boost::intrusive_ptr<PluginModuleInfo>& info);
+    /// Remembers that a plug-in does not work, in place of what is known of its locator.
     void AddFailure(const PluginScanFailure& failure);
     /// Drops what is known of these plug-ins, as working or as failed. The user's choices for them are remembered, in
     /// the file too, and apply when they come back.
@@ -55,8 +60,11 @@ public:
 
     /// The working plug-ins in the order in which they came. Invalid after any change.
     PluginInfoIterator PluginInfoBegin() const;
+    /// The end of what PluginInfoBegin began.
     PluginInfoIterator PluginInfoEnd() const;
+    /// What was looked at in vain, in the order in which it came. Invalid after any change.
     FailureIterator FailureBegin() const;
+    /// The end of what FailureBegin began.
     FailureIterator FailureEnd() const;
     /// The entry of a locator, or null.
     boost::intrusive_ptr<PluginModuleInfo> FindPluginInfo(const PluginLocator& locator) const;
@@ -84,6 +92,7 @@ public:
 
     /// The technology of that type, or null. Their order is VST, VST3, AU.
     boost::intrusive_ptr<PluginTechnology> GetPluginTechnology(TechnologyType type) const;
+    /// Gives every technology its conventional folders again.
     void ResetToDefaultFolders();
 
 private:

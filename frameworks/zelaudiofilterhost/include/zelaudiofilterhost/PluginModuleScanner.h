@@ -20,6 +20,7 @@ public:
     /// Will scan `locators` in their order; those on a ban list are left out unless `includeBanned`.
     PluginModuleScanner(const std::vector<PluginLocator>& locators, bool includeBanned);
 
+    /// Before the first step.
     void BeginScan();
     /// Tells which plug-in is next: its locator, a text to show behind its name (empty, or which part of it), its
     /// number counted from 1 and how many there are. False when none is left; the arguments are then unchanged.
@@ -27,6 +28,7 @@ public:
     /// Loads and describes the next plug-in, takes it into the catalogue (or its failure, with the reason) and moves
     /// on. False when it was the last.
     bool ContinueScan();
+    /// After the last step, or to leave off before.
     void EndScan();
 
 protected:

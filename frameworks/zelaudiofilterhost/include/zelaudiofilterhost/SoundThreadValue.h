@@ -5,8 +5,8 @@
 
 namespace zelaudiofilterhost {
 
-/// A value that the main thread replaces while the sound thread reads it, without either waiting for the other. The
-/// sound thread neither allocates nor frees.
+/// A value that one thread, mostly the main thread, replaces while the sound thread reads it, without either waiting
+/// for the other. The sound thread neither allocates nor frees. Goes when neither thread uses it any more.
 template <typename T>
 class SoundThreadValue {
 public:
@@ -14,16 +14,22 @@ public:
     ~SoundThreadValue() {
         delete mPending.load();
         delete mCurrent;
-        FreeRetired();
+        Collect();
     }
     SoundThreadValue(const SoundThreadValue&) = delete;
     SoundThreadValue& operator=(const SoundThreadValue&) = delete;
 
-    /// Main thread. The next Take has the value.
+    /// Main thread. The next Take has the value. Frees what Collect does.
     void Publish(T value) {
         Holder* const next = new Holder{std::move(value), nullptr};
         delete mPending.exchange(next);
-        FreeRetired();
+        Collect();
+    }
+
+    /// Main thread. Frees what the sound thread has let go of since.
+    void Collect() {
+        for (Holder* holder = mRetired.exchange(nullptr); holder != nullptr;)
+            delete std::exchange(holder, holder->nextRetired);
     }
 
     /// Sound thread. The newest value; good until the next Take.
@@ -46,11 +52,6 @@ private:
         // The main thread only ever takes the whole chain: at most one more turn.
         while (!mRetired.compare_exchange_weak(holder->nextRetired, holder)) {
         }
-    }
-
-    void FreeRetired() {
-        for (Holder* holder = mRetired.exchange(nullptr); holder != nullptr;)
-            delete std::exchange(holder, holder->nextRetired);
     }
 
     std::atomic<Holder*> mPending;  ///< replaced by the main thread, taken by the sound thread

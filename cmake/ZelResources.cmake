@@ -14,3 +14,18 @@ function(zel_resources target type)
     target_sources(${target} PRIVATE ${source})
   endforeach()
 endfunction()
+
+# zel_dictionaries(<name> <folder>): the build has the folder's dictionaries where an installed tree has them, in
+# share/<name>/locale beside bin, so that programs find them in both. The target is <name>_dictionaries.
+function(zel_dictionaries name folder)
+  file(GLOB dictionaries CONFIGURE_DEPENDS ${folder}/*.json)
+  set(copies)
+  foreach(dictionary IN LISTS dictionaries)
+    get_filename_component(file ${dictionary} NAME)
+    set(copy ${CMAKE_BINARY_DIR}/share/${name}/locale/${file})
+    add_custom_command(OUTPUT ${copy} COMMAND ${CMAKE_COMMAND} -E copy ${dictionary} ${copy} DEPENDS ${dictionary}
+                       COMMENT "Copying ${name}'s ${file}" VERBATIM)
+    list(APPEND copies ${copy})
+  endforeach()
+  add_custom_target(${name}_dictionaries ALL DEPENDS ${copies})
+endfunction()

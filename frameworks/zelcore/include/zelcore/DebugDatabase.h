@@ -14,6 +14,7 @@ namespace debug {
 /// character of the name but ASCII letters and digits written as "_") wins over the file. Main thread only.
 class ZELCORE_API DebugDatabase {
 public:
+    /// The one database; made when it is first asked for.
     static DebugDatabase& Instance();
 
     /// The value of `key`, or `defaultValue` when nobody set it.

@@ -9,9 +9,12 @@ namespace filesupport {
 class ZELCORE_API File {
 public:
     File();
+    /// The file of that full path.
     explicit File(const ustring& fullPath);
+    /// The file of that name in a folder.
     File(const Dir& dir, const ustring& name);
 
+    /// Full path, the name included.
     const ustring& FullPath() const { return mPath; }
     /// The folder that the file is in.
     Dir GetDir() const;
@@ -25,6 +28,7 @@ public:
     /// Deletes the file. Throws FileError when it cannot; a file that is not there is an error too.
     void Delete() const;
 
+    /// Equal when the paths are, by the letter.
     bool operator==(const File&) const = default;
 
 private:

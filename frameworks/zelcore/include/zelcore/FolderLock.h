@@ -11,6 +11,7 @@ namespace filesupport {
 /// process however it ends. It binds only those who ask for it. Not shared between threads.
 class ZELCORE_API FolderLock {
 public:
+    /// A lock of that folder, not yet held.
     explicit FolderLock(const Dir& folder);
     ~FolderLock();
     FolderLock(const FolderLock&) = delete;

@@ -11,6 +11,7 @@ namespace filesupport {
 /// A file opened for reading or writing, closed when the stream goes. Not shared between threads.
 class ZELCORE_API IPlatformByteStream {
 public:
+    /// What a stream is opened for.
     enum Mode { kRead, kWrite };
 
     /// Opens the file: kRead needs an existing one, kWrite makes or empties it. Throws FileError, also for a folder or

@@ -11,6 +11,7 @@ namespace threads {
 /// descriptors. The user interface library implements it, programs without one use SimpleMainLoop.
 class ZELCORE_API MainLoop {
 public:
+    /// What the loop calls.
     typedef boost::function<void()> Function;
     /// Names a timer or a watch of one loop; 0 is none.
     typedef unsigned long Id;
@@ -28,6 +29,7 @@ public:
     /// Calls `onReadable` whenever the descriptor can be read, until StopWatching; not on Windows (returns 0). The
     /// descriptor stays the caller's. Main thread.
     virtual Id WatchFileDescriptor(int descriptor, const Function& onReadable) = 0;
+    /// Stops the watch; its function is not called again. Unknown ids are ignored. Main thread.
     virtual void StopWatching(Id watch) = 0;
 
     /// Runs the loop until Quit. May be nested. Main thread.

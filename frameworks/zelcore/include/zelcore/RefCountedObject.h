@@ -15,13 +15,16 @@ public:
     /// Number of pointers that hold the object now. For tests and assertions only: it may be out of date at once.
     long GetRefCount() const noexcept;
 
+    /// One more holds the object. Any thread.
     void AddRef() const noexcept;
+    /// One less holds it; the last one ends it, on the calling thread.
     void Release() const noexcept;
 
 protected:
     RefCountedObject() noexcept;
     /// A copy is a new object that nobody holds yet.
     RefCountedObject(const RefCountedObject&) noexcept;
+    /// Leaves the count alone: who holds an object does not come with its value.
     RefCountedObject& operator=(const RefCountedObject&) noexcept;
     virtual ~RefCountedObject();
 

@@ -24,6 +24,7 @@ typedef std::map<utf8string, Variant> Object;
 /// Thrown for a text that is not JSON or exceeds the limits, and for a tree that cannot be written.
 class ZELCORE_API SerializationError : public std::runtime_error {
 public:
+    /// `message` says what is wrong and where, in UTF-8.
     explicit SerializationError(const std::string& message);
     ~SerializationError() override;
 };

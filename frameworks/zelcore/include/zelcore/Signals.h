@@ -10,6 +10,7 @@
 /// twice. Signals of views and catalogues live on one thread, hence no lock.
 namespace boost {
 
+/// The signal of version 1: for one thread, without locks.
 template <typename Signature>
 using signal = typename signals2::signal_type<Signature, signals2::keywords::mutex_type<signals2::dummy_mutex>>::type;
 

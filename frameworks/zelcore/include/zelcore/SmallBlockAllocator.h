@@ -24,20 +24,25 @@ public:
     template <typename T>
     class STLAllocator {
     public:
+        /// What it allocates, as the C++ library asks for it.
         typedef T value_type;
 
         STLAllocator() noexcept = default;
+        /// Allocators have no state: one of any type does.
         template <typename U>
         STLAllocator(const STLAllocator<U>&) noexcept {}
 
+        /// Room for `count` objects. Throws std::bad_alloc.
         T* allocate(std::size_t count) {
             if (count > std::numeric_limits<std::size_t>::max() / sizeof(T)) throw std::bad_alloc();
             return static_cast<T*>(SmallBlockAllocator::Allocate(count * sizeof(T)));
         }
+        /// Takes back what allocate gave for the same count.
         void deallocate(T* block, std::size_t count) noexcept {
             SmallBlockAllocator::Deallocate(block, count * sizeof(T));
         }
 
+        /// Always: what one allocates another may take back.
         template <typename U>
         bool operator==(const STLAllocator<U>&) const noexcept {
             return true;

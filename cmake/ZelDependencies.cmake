@@ -4,6 +4,8 @@ find_package(Threads REQUIRED)
 find_package(Boost 1.81 REQUIRED)
 find_package(pugixml REQUIRED)
 find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets)
+# For playback; Tessaly goes without where it is missing.
+find_package(Qt6 6.4 QUIET OPTIONAL_COMPONENTS Multimedia)
 find_package(PkgConfig REQUIRED)
 # Its own CMake package is missing from Debian's; the name is the one that it would have.
 pkg_check_modules(ZEL_SNDFILE REQUIRED IMPORTED_TARGET GLOBAL sndfile)

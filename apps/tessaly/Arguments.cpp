@@ -4,7 +4,8 @@
 
 namespace tessaly {
 
-Arguments::Arguments(const std::vector<std::string>& arguments) : mArguments(arguments), mNext(1) {}
+Arguments::Arguments(const std::vector<std::string>& arguments, std::size_t first)
+    : mArguments(arguments), mNext(first) {}
 
 bool Arguments::AtEnd() const { return mNext == mArguments.size(); }
 

@@ -6,11 +6,11 @@
 
 namespace tessaly {
 
-/// The arguments after the command, one after the other.
+/// The arguments of a command, one after the other.
 class Arguments {
 public:
-    /// `arguments` begin with the command and outlive the object.
-    explicit Arguments(const std::vector<std::string>& arguments);
+    /// Begins with the one at `first`. `arguments` outlive the object.
+    Arguments(const std::vector<std::string>& arguments, std::size_t first);
 
     bool AtEnd() const;
     /// The next one. Not at the end.

@@ -1,6 +1,7 @@
 #include "AudioFileReader.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <filesystem>
 
 #include <sndfile.h>
@@ -30,11 +31,15 @@ SoundFileHandle Open(const std::string& path, SF_INFO& info) {
     return file;
 }
 
+/// libsndfile ends up in the wrong place of such a file when it has been read before.
+bool SeeksOnlyWhenFresh(int format) { return (format & SF_FORMAT_TYPEMASK) == SF_FORMAT_OGG; }
+
 }  // namespace
 
 AudioFileReader::AudioFileReader(const std::string& path) : mPath(path), mPosition(0) {
     SF_INFO info = {};
     mFile = Open(path, info);
+    mFormat = info.format;
     mChannelCount = info.channels;
     mSampleRate = info.samplerate;
     mFrameCount = info.frames;
@@ -70,6 +75,27 @@ int AudioFileReader::Read(float* const* channels, int frames) {
     }
     mPosition += count;
     return static_cast<int>(count);
+}
+
+void AudioFileReader::Seek(std::int64_t frame) {
+    const std::int64_t target = std::clamp<std::int64_t>(frame, 0, mFrameCount);
+    if (target == mPosition) return;
+    if (SeeksOnlyWhenFresh(mFormat)) Reopen();
+    if (sf_seek(mFile.get(), static_cast<sf_count_t>(target), SEEK_SET) == static_cast<sf_count_t>(target)) {
+        mPosition = target;
+        return;
+    }
+    const std::string reason = sf_strerror(mFile.get());
+    sf_seek(mFile.get(), static_cast<sf_count_t>(mPosition), SEEK_SET);
+    throw AudioFileError(mPath, "cannot be read from its middle: " + reason);
+}
+
+void AudioFileReader::Reopen() {
+    SF_INFO info = {};
+    SoundFileHandle file = Open(mPath, info);
+    if (info.format != mFormat || info.channels != mChannelCount || info.frames != mFrameCount)
+        throw AudioFileError(mPath, "has become another sound while it was read");
+    mFile = std::move(file);
 }
 
 }  // namespace tessaly

@@ -8,8 +8,8 @@
 
 namespace tessaly {
 
-/// An audio file that is read from its beginning to its end, of any format that libsndfile knows. What a file says of
-/// itself is not believed beyond the limits below. One thread at a time.
+/// An audio file that is being read, of any format that libsndfile knows. What a file says of itself is not believed
+/// beyond the limits below. One thread at a time.
 class AudioFileReader {
 public:
     static constexpr int kMaxChannels = 64;
@@ -31,11 +31,19 @@ public:
     /// is damaged or ends before it should.
     int Read(float* const* channels, int frames);
 
+    /// Goes to a frame: the next Read begins there. What is not between 0 and GetFrameCount() is moved to the nearer
+    /// end. Throws AudioFileError when the file cannot be read from there; the next Read begins where it was then.
+    void Seek(std::int64_t frame);
+    /// Where the next Read begins.
+    std::int64_t GetPosition() const { return mPosition; }
+
 private:
     void CheckLimits() const;
+    void Reopen();
 
     const std::string mPath;
     SoundFileHandle mFile;
+    int mFormat;  ///< what libsndfile calls it
     int mChannelCount;
     int mSampleRate;
     std::int64_t mFrameCount;

@@ -1,13 +1,19 @@
 #include "CommandLine.h"
 
+#include <filesystem>
+#include <map>
+
 #include "Arguments.h"
 #include "ChannelLayoutName.h"
 
 namespace tessaly {
 
 const char* CommandLine::GetUsage() {
-    return "Usage: tessaly COMMAND\n"
+    return "Usage: tessaly [FILE]\n"
+           "       tessaly COMMAND\n"
            "\n"
+           "  [--theme light|dark|system] [FILE]\n"
+           "      Open the window: a sound played through a chain of effects. FILE is a session or a sound.\n"
            "  scan [--in-process] [--rescan] [--json] [FOLDER...]\n"
            "      Look for audio plug-ins, in the usual folders or in the given ones, and take what is new or has "
            "changed\n"
@@ -49,20 +55,27 @@ const char* CommandLine::GetUsage() {
            "written\n"
            "      as silence.\n"
            "\n"
+           "  tour [--out FOLDER] [--theme light|dark|system]\n"
+           "      Scan, open the windows with real plug-ins, play and render; write numbered pictures and the rendered "
+           "file into\n"
+           "      FOLDER (out).\n"
+           "\n"
            "Exit codes: 0 done, 1 failed, 2 wrong usage, 3 the scan did not get to every plug-in, or the render was "
            "cancelled.\n";
 }
 
 namespace {
 
-CommandLine::Command ParseCommand(const std::string& command) {
-    if (command == "--help" || command == "-h" || command == "help") return CommandLine::kHelp;
-    if (command == "scan") return CommandLine::kScan;
-    if (command == "list") return CommandLine::kList;
-    if (command == "manage") return CommandLine::kManage;
-    if (command == "edit") return CommandLine::kEdit;
-    if (command == "render") return CommandLine::kRender;
-    throw UsageError("unknown command '" + command + "'");
+/// Whether the word is a command, and which.
+bool FindCommand(const std::string& word, CommandLine::Command& command) {
+    static const std::map<std::string, CommandLine::Command> commands{
+        {"--help", CommandLine::kHelp}, {"-h", CommandLine::kHelp},       {"help", CommandLine::kHelp},
+        {"scan", CommandLine::kScan},   {"list", CommandLine::kList},     {"manage", CommandLine::kManage},
+        {"edit", CommandLine::kEdit},   {"render", CommandLine::kRender}, {"tour", CommandLine::kTour},
+    };
+    const auto found = commands.find(word);
+    if (found != commands.end()) command = found->second;
+    return found != commands.end();
 }
 
 CommandLine::Theme ParseTheme(const std::string& theme) {
@@ -123,6 +136,12 @@ bool ParseOption(CommandLine& line, const std::string& option, Arguments& argume
             return ParseEditOption(line, option, arguments);
         case CommandLine::kRender:
             return line.render.ParseOption(option, arguments);
+        case CommandLine::kWindow:
+            return option == "--theme" && ParseWindowOption(line, option, arguments);
+        case CommandLine::kTour:
+            if (option != "--out") return option == "--theme" && ParseWindowOption(line, option, arguments);
+            line.out = arguments.TakeValueOf(option);
+            return true;
         case CommandLine::kHelp:
             break;
     }
@@ -136,6 +155,13 @@ bool ParsePlainArgument(CommandLine& line, const std::string& argument) {
         return true;
     }
     if (line.command == CommandLine::kRender) return line.render.ParsePlainArgument(argument);
+    if (line.command == CommandLine::kWindow && line.file.empty()) {
+        // A word that is neither a command nor a file is a command that was mistyped.
+        if (!std::filesystem::exists(argument))
+            throw UsageError("no such command and no such file: '" + argument + "'");
+        line.file = argument;
+        return true;
+    }
     if (line.command != CommandLine::kEdit || !line.plugin.empty()) return false;
     line.plugin = argument;
     return true;
@@ -144,11 +170,11 @@ bool ParsePlainArgument(CommandLine& line, const std::string& argument) {
 }  // namespace
 
 CommandLine CommandLine::Parse(const std::vector<std::string>& words) {
-    if (words.empty()) throw UsageError("a command is missing");
     CommandLine line;
-    line.command = ParseCommand(words.front());
+    line.command = kWindow;
+    const bool named = !words.empty() && FindCommand(words.front(), line.command);
     if (line.command == kHelp) return line;
-    Arguments arguments(words);
+    Arguments arguments(words, named ? 1 : 0);
     bool optionsEnded = false;
     while (!arguments.AtEnd()) {
         const std::string argument = arguments.Take();

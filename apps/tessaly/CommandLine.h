@@ -12,11 +12,12 @@ namespace tessaly {
 
 /// What the user asked for on the command line.
 struct CommandLine {
-    enum Command { kHelp, kScan, kList, kManage, kEdit, kRender };
+    enum Command { kHelp, kWindow, kScan, kList, kManage, kEdit, kRender, kTour };
     /// Which colours the windows have; kSystem follows the desktop.
     enum Theme { kSystem, kLight, kDark };
 
     Command command = kHelp;
+    std::string file;        ///< the session or sound to open in the window; empty for none
     bool inProcess = false;  ///< --in-process: load the plug-ins in this process
     bool rescan = false;     ///< --rescan: also what is known and unchanged
     bool json = false;       ///< --json: print for programs
@@ -30,6 +31,7 @@ struct CommandLine {
     Theme theme = kSystem;
     std::string screenshot;  ///< --screenshot: where to write a picture of the window, instead of waiting for the user
     RenderOptions render;
+    std::string out = "out";  ///< --out: the folder that the tour writes into
 
     /// `arguments` without the program's name. Throws UsageError.
     static CommandLine Parse(const std::vector<std::string>& arguments);

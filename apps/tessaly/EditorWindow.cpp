@@ -10,7 +10,7 @@
 #include <QVBoxLayout>
 
 #include <boost/bind/bind.hpp>
-#include <zelaudiofilterhostui/AudioFilterChannelMapEditorView.h>
+#include <boost/ref.hpp>
 #include <zelaudiofilterhostui/AudioFilterViewFactory.h>
 #include <zelaudiofilterhostui/GenericAudioFilterEditorView.h>
 #include <zelcore/Localizer.h>
@@ -182,7 +182,10 @@ void EditorWindow::FitScrollArea() {
 // The routing
 
 void EditorWindow::OpenChannelMap() {
-    mView = AudioFilterChannelMapEditorView::Create(mFilter, zelui::drawbot::SupplierInterface::GetDefault());
+    const boost::intrusive_ptr<AudioFilterChannelMapEditorView> view =
+        AudioFilterChannelMapEditorView::Create(mFilter, zelui::drawbot::SupplierInterface::GetDefault());
+    view->GetChannelMapChangedInteractivelySignal().connect(boost::ref(mRoutingChanged));
+    mView = view;
     SetTitle(MakeChannelMapTitle(*mFilter));
     Content* const content = new Content(mView);
     const bool scrolls = mView->CanScrollContent();

@@ -6,6 +6,7 @@
 
 #include <boost/intrusive_ptr.hpp>
 #include <zelaudiofilterhost/AudioFilter.h>
+#include <zelaudiofilterhostui/AudioFilterChannelMapEditorView.h>
 #include <zelaudiofilterhostui/AudioFilterEditorViewBase.h>
 #include <zelcore/Signals.h>
 
@@ -19,6 +20,10 @@ class EditorWindow final : public QWidget {
 public:
     typedef boost::intrusive_ptr<zelaudiofilterhost::AudioFilter> FilterPtr;
 
+    /// Told the map of the inputs before the change and after it, then those of the outputs.
+    typedef zelaudiofilterhostui::AudioFilterChannelMapEditorView::ChannelMapChangedInteractivelySignal
+        RoutingChangedSignal;
+
     explicit EditorWindow(const FilterPtr& filter);
     /// Closes the editor first.
     ~EditorWindow() override;
@@ -28,6 +33,9 @@ public:
     void Open(bool generic);
     /// Shows the window with the routing of the track's channels through the filter.
     void OpenChannelMap();
+
+    /// Fired after each change of the routing that the user made in this window.
+    RoutingChangedSignal& GetRoutingChangedSignal() { return mRoutingChanged; }
 
     /// What the window shows, once it shows something: plug-ins draw when they like, some only after seconds.
     QPixmap TakePicture();
@@ -49,6 +57,7 @@ private:
     QVBoxLayout* mLayout;
     QScrollArea* mScrollArea;  ///< null where nothing is scrolled
     bool mIsOwnEditor;         ///< the plug-in's own one is open
+    RoutingChangedSignal mRoutingChanged;
     boost::signals::scoped_connection mAdvanceConnection;
     boost::signals::scoped_connection mSizeConnection;
 };

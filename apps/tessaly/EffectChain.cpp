@@ -1,6 +1,5 @@
 #include "EffectChain.h"
 
-#include <algorithm>
 #include <stdexcept>
 #include <string>
 
@@ -19,7 +18,7 @@ EffectChain::~EffectChain() { Stop(); }
 void EffectChain::Append(const FilterPtr& filter) {
     Stop();
     filter->SetTargetFormat(mLayout, mSideChain);
-    mFilters.push_back(filter);
+    mEffects.push_back(std::make_shared<PlayedEffect>(filter));
 }
 
 bool EffectChain::SetTargetFormat(const AudioChannelLayout& layout, const AudioFilterBusDescription& sideChain) {
@@ -28,37 +27,28 @@ bool EffectChain::SetTargetFormat(const AudioChannelLayout& layout, const AudioF
     Stop();
     mLayout = layout;
     mSideChain = sideChain;
-    mInputs.assign(channels, nullptr);
-    for (const FilterPtr& filter : mFilters) filter->SetTargetFormat(layout, sideChain);
+    for (const PlayedEffectPtr& effect : mEffects) effect->GetFilter()->SetTargetFormat(layout, sideChain);
     return true;
 }
 
 void EffectChain::Start(double sampleRate, int maximumFrames) {
-    for (const FilterPtr& filter : mFilters) {
-        if (filter->StartProcessing(sampleRate, maximumFrames)) continue;
+    for (const PlayedEffectPtr& effect : mEffects) {
+        if (effect->Start(sampleRate, maximumFrames)) continue;
         Stop();
-        throw std::runtime_error(TerminalText::MakePrintable(TerminalText::FromText(filter->GetName())) +
+        throw std::runtime_error(TerminalText::MakePrintable(TerminalText::FromText(effect->GetFilter()->GetName())) +
                                  " refuses to process sound at " + std::to_string(static_cast<long>(sampleRate)) +
                                  " Hz in blocks of " + std::to_string(maximumFrames) + " frames");
     }
+    mPlaying = std::make_shared<PlayingChain>(mEffects, mLayout.size(), mSideChain.GetLayout().size(), maximumFrames);
 }
 
 void EffectChain::Stop() {
-    for (const FilterPtr& filter : mFilters) filter->StopProcessing();
+    mPlaying.reset();
+    for (const PlayedEffectPtr& effect : mEffects) effect->Stop();
 }
 
 void EffectChain::Process(const float* const* inputs, float* const* outputs, int frames) {
-    if (frames <= 0) return;
-    std::copy_n(inputs, mInputs.size(), mInputs.begin());
-    for (const FilterPtr& filter : mFilters) {
-        filter->Process(mInputs.data(), outputs, frames);
-        // From the first effect on the track's sound is in the outputs; the side-chain stays what it is.
-        std::copy_n(outputs, mLayout.size(), mInputs.begin());
-    }
-    if (!mFilters.empty()) return;
-    for (std::size_t i = 0; i < mLayout.size(); ++i) {
-        if (outputs[i] != inputs[i]) std::copy_n(inputs[i], frames, outputs[i]);
-    }
+    mPlaying->Process(inputs, outputs, frames);
 }
 
 }  // namespace tessaly

@@ -6,6 +6,8 @@
 #include <boost/intrusive_ptr.hpp>
 #include <zelaudiofilterhost/AudioFilter.h>
 
+#include "PlayingChain.h"
+
 namespace tessaly {
 
 /// The effects of a track, one after the other. Main thread, but for Process.
@@ -21,8 +23,8 @@ public:
 
     /// Puts an effect (not null) behind the others and into the track's format. Stops.
     void Append(const FilterPtr& filter);
-    std::size_t GetCount() const { return mFilters.size(); }
-    const FilterPtr& GetFilter(std::size_t index) const { return mFilters[index]; }
+    std::size_t GetCount() const { return mEffects.size(); }
+    const FilterPtr& GetFilter(std::size_t index) const { return mEffects[index]->GetFilter(); }
 
     /// Puts all effects into a track with these channels and this side-chain, which each of them hears. False, and
     /// nothing changed, for more than AudioFilter::kMaxTargetChannels. Stops.
@@ -34,16 +36,14 @@ public:
     void Start(double sampleRate, int maximumFrames);
     void Stop();
 
-    /// Processes one block. `inputs` has one pointer per channel of the track and its side-chain, `outputs` one per
-    /// channel of the track; an output may be the very memory of the input of the same channel. An effect that is not
-    /// started passes the sound as it is, and so does a chain without effects. Sound thread; allocates nothing.
+    /// PlayingChain::Process, once started. Sound thread.
     void Process(const float* const* inputs, float* const* outputs, int frames);
 
 private:
-    std::vector<FilterPtr> mFilters;
+    std::vector<PlayedEffectPtr> mEffects;
     zelmediatypes::AudioChannelLayout mLayout;
     zelaudiofilterhost::AudioFilterBusDescription mSideChain;
-    std::vector<const float*> mInputs;  ///< of the effect whose turn it is
+    PlayingChainPtr mPlaying;  ///< null while stopped
 };
 
 }  // namespace tessaly

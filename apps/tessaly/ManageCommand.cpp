@@ -6,25 +6,15 @@
 #include <QPixmap>
 #include <QWidget>
 
-#include <zelaudiofilterhostui/AudioPluginManager.h>
-#include <zelcore/FileError.h>
-#include <zelcore/Localizer.h>
 #include <zelcore/MainLoop.h>
-#include <zelcore/StringUtils.h>
-#include <zelcore/Utf.h>
 #include <zelui/Application.h>
-#include <zelui/MessageBox.h>
-#include <zelui/SupplierInterface.h>
 
-#include "ManagerSettingsFile.h"
+#include "PluginManagerWindow.h"
 #include "WindowTheme.h"
 
 namespace tessaly {
 
-using zelcore::config::Localize;
 using zelcore::threads::MainLoop;
-
-namespace messagebox = zelui::dialogs::messagebox;
 
 namespace {
 
@@ -50,18 +40,6 @@ QWidget* FindManager() {
     return window != nullptr && window->findChild<QWidget*>("PluginList") != nullptr ? window : nullptr;
 }
 
-bool AsksToOpenAgain(const zelcore::filesupport::FileError& error) {
-    const zelcore::ustring question = zelcore::utility::FillPlaceholders(
-        Localize("$$$/tessaly/CatalogueNotKept=The plug-in manager's changes could not be saved or taken back: "
-                 "@0\n\nOpen the plug-in manager again, with everything as it was left? Otherwise what was not saved "
-                 "is lost."),
-        {zelcore::utility::UTF8to16(error.what())});
-    return messagebox::Messagebox(zelui::drawbot::SupplierInterface::GetDefault(), zelcore::config::GetClientName(),
-                                  question, messagebox::kYesButton | messagebox::kNoAnswerButton,
-                                  messagebox::kYesButton, messagebox::kIconCaution, nullptr,
-                                  messagebox::ButtonHandler(), 0, 0) == messagebox::kYesButton;
-}
-
 }  // namespace
 
 ManageCommand::ManageCommand(const CommandLine& line) : mLine(line) {}
@@ -73,24 +51,7 @@ int ManageCommand::Run() {
     }
     WindowTheme::Choose(mLine.theme);
     if (!mLine.screenshot.empty()) return RunForScreenshot();
-    return RunDialog() ? kExitDone : kExitFailed;
-}
-
-bool ManageCommand::RunDialog() {
-    zelaudiofilterhostui::AudioPluginManagerSettings settings = ManagerSettingsFile::Load();
-    bool isKept = false;
-    for (bool again = true; again && !isKept;) {
-        try {
-            zelaudiofilterhostui::AudioPluginManager::GetInstance().DoPluginManagerDialog(
-                zelui::drawbot::SupplierInterface::GetDefault(), settings, nullptr);
-            isKept = true;
-        } catch (const zelcore::filesupport::FileError& error) {
-            again = AsksToOpenAgain(error);
-        }
-    }
-    if (!ManagerSettingsFile::Save(settings))
-        std::cerr << "tessaly: the plug-in manager's place and sort order could not be saved\n";
-    return isKept;
+    return PluginManagerWindow::Run(nullptr) ? kExitDone : kExitFailed;
 }
 
 int ManageCommand::RunForScreenshot() {
@@ -103,7 +64,7 @@ int ManageCommand::RunForScreenshot() {
             // Whatever is in front: nobody is there to answer it.
             zelui::Application::CancelActiveDialog();
         });
-        isKept = RunDialog();
+        isKept = PluginManagerWindow::Run(nullptr);
     }
     if (!isWritten) std::cerr << "tessaly: the picture could not be written to '" << mLine.screenshot << "'\n";
     return isWritten && isKept ? kExitDone : kExitFailed;

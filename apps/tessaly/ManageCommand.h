@@ -1,7 +1,5 @@
 #pragma once
 
-#include <string>
-
 #include "CommandLine.h"
 
 namespace tessaly {
@@ -15,7 +13,6 @@ public:
     int Run();
 
 private:
-    bool RunDialog();
     int RunForScreenshot();
 
     CommandLine mLine;

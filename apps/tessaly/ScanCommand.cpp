@@ -6,7 +6,6 @@
 #include <boost/bind/bind.hpp>
 #include <zelaudiofilterhost/BannedPluginManager.h>
 #include <zelaudiofilterhost/PluginModuleInfoManager.h>
-#include <zelaudiofilterhost/ScanProtocol.h>
 #include <zelaudiofilterhostui/AudioPluginScan.h>
 #include <zelcore/File.h>
 #include <zelcore/Utf.h>
@@ -34,9 +33,7 @@ ScanCommand::ScanCommand(const CommandLine& line)
 }
 
 int ScanCommand::Run() {
-    using zelcore::filesupport::Dir;
-    const zelcore::filesupport::File scanner(
-        Dir::AppDir(), zelcore::utility::AsciiToUTF16(zelaudiofilterhost::scanprotocol::kScannerFileName));
+    const zelcore::filesupport::File scanner = zelaudiofilterhostui::AudioPluginScan::GetScannerExecutable();
     if (!mLine.inProcess && !scanner.Exists()) {
         std::cerr << "tessaly: the scanner program is missing: " << UTF16to8(scanner.FullPath()) << '\n';
         return kExitFailed;

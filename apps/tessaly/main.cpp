@@ -15,6 +15,9 @@
 #include "RenderCommand.h"
 #include "ScanCommand.h"
 #include "StartUpCheck.h"
+#include "TourCommand.h"
+#include "UserLanguage.h"
+#include "WindowCommand.h"
 
 using namespace tessaly;
 
@@ -39,10 +42,13 @@ public:
 /// The commands that may show something.
 int RunWithWindows(const CommandLine& line, int& argc, char** argv) {
     zelui::Application application(argc, argv);
+    UserLanguage::Load();
     const Library library;
     StartUpCheck::Run();
     if (line.command == CommandLine::kScan) return ScanCommand(line).Run();
     if (line.command == CommandLine::kManage) return ManageCommand(line).Run();
+    if (line.command == CommandLine::kWindow) return WindowCommand(line).Run(application);
+    if (line.command == CommandLine::kTour) return TourCommand(line).Run();
     return EditCommand(line).Run(application);
 }
 
@@ -57,6 +63,8 @@ int RunCommand(const CommandLine& line, int& argc, char** argv) {
         case CommandLine::kScan:
         case CommandLine::kManage:
         case CommandLine::kEdit:
+        case CommandLine::kWindow:
+        case CommandLine::kTour:
             return RunWithWindows(line, argc, argv);
         case CommandLine::kList:
             return List(line);

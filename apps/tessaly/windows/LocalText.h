@@ -1,0 +1,28 @@
+#pragma once
+
+#include <exception>
+#include <QString>
+#include <string_view>
+
+#include <zelcore/Localizer.h>
+#include <zelcore/StringUtils.h>
+#include <zelui/QtBridge.h>
+
+namespace tessaly {
+
+/// A localised text ("$$$/key=Default") as Qt wants it, its placeholders "@0", "@1", … filled with the values, which
+/// are QString. Main thread.
+template <typename... Values>
+QString LocalText(std::string_view keyAndDefault, const Values&... values) {
+    return zelui::qt::ToQString(zelcore::utility::FillPlaceholders(zelcore::config::Localize(keyAndDefault),
+                                                                   {zelui::qt::FromQString(values)...}));
+}
+
+/// An exception's text, which is UTF-8.
+QString ErrorText(const std::exception& error);
+
+/// Text of others (a plug-in's name, a path) for menus and for window titles, where Qt gives "&" and "[*]" a meaning.
+QString MenuText(const QString& text);
+QString TitleText(const QString& text);
+
+}  // namespace tessaly

@@ -1,0 +1,151 @@
+#include "SessionFiles.h"
+
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QPushButton>
+
+#include "LocalText.h"
+#include "Session.h"
+#include "WindowSettings.h"
+
+namespace tessaly {
+
+namespace {
+
+QString GetSessionFilter() {
+    return LocalText("$$$/tessaly/Files/Sessions=Tessaly sessions") + QStringLiteral(" (*.tessaly)");
+}
+
+QString GetSoundFilter() {
+    return LocalText("$$$/tessaly/Files/Sounds=Sound files") +
+           QStringLiteral(" (*.wav *.flac *.aif *.aiff *.ogg *.opus *.mp3 *.au *.caf *.w64 *.rf64);;") +
+           LocalText("$$$/tessaly/Files/All=All files") + QStringLiteral(" (*)");
+}
+
+QString GetFileName(const std::string& path) { return QFileInfo(QString::fromStdString(path)).fileName(); }
+
+}  // namespace
+
+const char* const SessionFiles::kSuffix = ".tessaly";
+
+SessionFiles::SessionFiles(Session& session, QWidget& window) : mSession(session), mWindow(window) {}
+
+bool SessionFiles::New() {
+    if (!MayLoseChanges()) return false;
+    mSession.Clear();
+    return true;
+}
+
+bool SessionFiles::OpenSession(const std::string& path) {
+    if (!MayLoseChanges()) return false;
+    const QString chosen = path.empty()
+                               ? ChooseFile(LocalText("$$$/tessaly/Files/OpenSession=Open Session"), GetSessionFilter())
+                               : QString::fromStdString(path);
+    if (chosen.isEmpty()) return false;
+    try {
+        for (const zelcore::ustring& trouble : mSession.Load(chosen.toStdString())) mTrouble(trouble);
+    } catch (const std::exception& error) {
+        ShowError(ErrorText(error));
+        return false;
+    }
+    WindowSettings::AddRecentSession(chosen);
+    return true;
+}
+
+bool SessionFiles::Save() { return mSession.GetPath().empty() ? SaveAs(std::string()) : SaveAs(mSession.GetPath()); }
+
+bool SessionFiles::SaveAs(const std::string& path) {
+    const QString chosen =
+        path.empty() ? ChooseNewFile(LocalText("$$$/tessaly/Files/SaveSession=Save Session"), GetSessionFilter(),
+                                     QLatin1String(kSuffix), LocalText("$$$/tessaly/Files/Untitled=Untitled"))
+                     : QString::fromStdString(path);
+    if (chosen.isEmpty()) return false;
+    try {
+        mSession.Save(chosen.toStdString());
+    } catch (const std::exception& error) {
+        ShowError(ErrorText(error));
+        return false;
+    }
+    WindowSettings::AddRecentSession(chosen);
+    return true;
+}
+
+bool SessionFiles::ChangeSound(const std::string& path, const QString& title,
+                               void (Session::*change)(const std::string&)) {
+    const QString chosen = path.empty() ? ChooseFile(title, GetSoundFilter()) : QString::fromStdString(path);
+    if (chosen.isEmpty()) return false;
+    try {
+        (mSession.*change)(QFileInfo(chosen).absoluteFilePath().toStdString());
+    } catch (const std::exception& error) {
+        ShowError(ErrorText(error));
+        return false;
+    }
+    return true;
+}
+
+bool SessionFiles::OpenSound(const std::string& path) {
+    return ChangeSound(path, LocalText("$$$/tessaly/Files/OpenSound=Open Sound"), &Session::SetSound);
+}
+
+bool SessionFiles::OpenSideChain(const std::string& path) {
+    return ChangeSound(path, LocalText("$$$/tessaly/Files/OpenSideChain=Choose Side-Chain"), &Session::SetSideChain);
+}
+
+bool SessionFiles::RemoveSideChain() {
+    mSession.SetSideChain(std::string());
+    return true;
+}
+
+bool SessionFiles::OpenAny(const std::string& path) {
+    const bool isSession = QString::fromStdString(path).endsWith(QLatin1String(kSuffix), Qt::CaseInsensitive);
+    return isSession ? OpenSession(path) : OpenSound(path);
+}
+
+bool SessionFiles::MayLoseChanges() {
+    if (!mSession.IsModified()) return true;
+    const QString name =
+        mSession.GetPath().empty() ? LocalText("$$$/tessaly/Files/Untitled=Untitled") : GetFileName(mSession.GetPath());
+    QMessageBox question(
+        QMessageBox::Warning, LocalText("$$$/tessaly/Name=Tessaly"),
+        LocalText("$$$/tessaly/Files/Changed=The session \"@0\" has changes that are not saved.", name),
+        QMessageBox::NoButton, &mWindow);
+    question.setObjectName(QStringLiteral("UnsavedChanges"));
+    question.setTextFormat(Qt::PlainText);
+    QPushButton* const save = question.addButton(LocalText("$$$/tessaly/Files/Save=Save"), QMessageBox::AcceptRole);
+    QPushButton* const discard =
+        question.addButton(LocalText("$$$/tessaly/Files/Discard=Discard Changes"), QMessageBox::DestructiveRole);
+    question.addButton(LocalText("$$$/tessaly/Cancel=Cancel"), QMessageBox::RejectRole);
+    question.setDefaultButton(save);
+    question.exec();
+    if (question.clickedButton() == save) return Save();
+    return question.clickedButton() == discard;
+}
+
+QString SessionFiles::ChooseFile(const QString& title, const QString& filter) const {
+    const QString chosen = QFileDialog::getOpenFileName(&mWindow, title, WindowSettings::GetFolder(), filter);
+    if (!chosen.isEmpty()) WindowSettings::SetFolder(QFileInfo(chosen).absolutePath());
+    return chosen;
+}
+
+QString SessionFiles::ChooseNewFile(const QString& title, const QString& filter, const QString& suffix,
+                                    const QString& suggestion) const {
+    QFileDialog dialog(&mWindow, title, WindowSettings::GetFolder(), filter);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setFileMode(QFileDialog::AnyFile);
+    dialog.setDefaultSuffix(suffix);
+    dialog.selectFile(suggestion);
+    if (dialog.exec() != QDialog::Accepted) return QString();
+    const QString chosen = dialog.selectedFiles().value(0);
+    WindowSettings::SetFolder(QFileInfo(chosen).absolutePath());
+    return chosen;
+}
+
+void SessionFiles::ShowError(const QString& text) const {
+    QMessageBox box(QMessageBox::Warning, LocalText("$$$/tessaly/Name=Tessaly"), text, QMessageBox::Ok, &mWindow);
+    box.setObjectName(QStringLiteral("Error"));
+    box.setTextFormat(Qt::PlainText);
+    box.exec();
+}
+
+}  // namespace tessaly

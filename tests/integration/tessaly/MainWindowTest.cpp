@@ -1,0 +1,318 @@
+#include "MainWindow.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <set>
+
+#include <gmock/gmock.h>
+#include <QAccessible>
+#include <QApplication>
+#include <QDropEvent>
+#include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QProgressDialog>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+#include <QToolButton>
+#include <QUrl>
+
+#include "../render/Sound.h"
+#include "ChainView.h"
+#include "LevelMeters.h"
+#include "WindowSettings.h"
+#include "WindowStage.h"
+
+namespace zeltests {
+
+using tessaly::CommandLine;
+using testing::HasSubstr;
+
+/// The window as a whole.
+class MainWindowTest : public WindowStage {
+protected:
+    std::string GetText(const char* label) { return Find<QLabel>(label)->text().toStdString(); }
+    /// Presses the button of the message box that has this text.
+    static void Answer(QWidget& box, const char* text) {
+        for (QAbstractButton* const button : static_cast<QMessageBox&>(box).buttons()) {
+            if (button->text().remove('&') == QLatin1String(text)) return button->click();
+        }
+        ADD_FAILURE() << "no button " << text;
+        static_cast<QMessageBox&>(box).reject();
+    }
+    /// Does something that fails and answers what the user is told.
+    static std::string GetError(const std::function<void()>& action) {
+        std::string text;
+        WithDialog(action, [&text](QWidget& box) {
+            text = static_cast<QMessageBox&>(box).text().toStdString();
+            static_cast<QMessageBox&>(box).accept();
+        });
+        return text;
+    }
+    void Drop(QWidget& widget, const QPointF& position, const std::string& path) {
+        QMimeData data;
+        data.setUrls({QUrl::fromLocalFile(QString::fromStdString(path))});
+        QDragEnterEvent enter(position.toPoint(), Qt::CopyAction, &data, Qt::LeftButton, {});
+        QApplication::sendEvent(&widget, &enter);
+        EXPECT_TRUE(enter.isAccepted());
+        QDropEvent drop(position, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QApplication::sendEvent(&widget, &drop);
+        QApplication::processEvents();
+    }
+    std::string GetRendered() const { return mFolder.Path("rendered.wav"); }
+};
+
+// Sounds
+
+TEST_F(MainWindowTest, BeginsEmptyAndSaysWhatToDo) {
+    EXPECT_THAT(GetText("SoundText"), HasSubstr("No sound"));
+    EXPECT_FALSE(Find<QToolButton>("Play")->isEnabled());
+    EXPECT_FALSE(Find<QPushButton>("OpenSideChain")->isEnabled());
+    EXPECT_EQ(mWindow->windowTitle().toStdString(), "Untitled[*] \u2013 Tessaly");
+    EXPECT_FALSE(mWindow->isWindowModified());
+}
+
+TEST_F(MainWindowTest, ASoundThatIsOpenedIsDescribedAndCanBePlayed) {
+    ASSERT_TRUE(mWindow->GetFiles().OpenSound(GetSound()));
+    EXPECT_EQ(GetText("SoundText"), "sound.wav \u2013 Stereo, 48000 Hz");
+    EXPECT_TRUE(Find<QToolButton>("Play")->isEnabled());
+    EXPECT_THAT(GetText("Time"), HasSubstr("0:01.0"));
+    ASSERT_TRUE(mWindow->GetFiles().OpenSideChain(GetSideChain()));
+    EXPECT_EQ(GetText("SideChainText"), "key.wav \u2013 Mono");
+    Click("RemoveSideChain");
+    EXPECT_EQ(GetText("SideChainText"), "None");
+}
+
+TEST_F(MainWindowTest, ASoundIsOpenedByDroppingItAnywhereAndASideChainOnItsLine) {
+    Drop(*mWindow, QPointF(5, 5), GetSound());
+    EXPECT_EQ(mWindow->GetSession().GetSoundPath(), GetSound());
+    QWidget* const panel = Find("SoundPanel");
+    Drop(*panel, QPointF(5, panel->height() - 3), GetSideChain());
+    EXPECT_EQ(mWindow->GetSession().GetSideChainPath(), GetSideChain());
+}
+
+TEST_F(MainWindowTest, WhatIsNoSoundIsToldAndChangesNothing) {
+    ASSERT_TRUE(mWindow->GetFiles().OpenSound(GetSound()));
+    WriteFile(mFolder.Path("text.wav"), "no sound at all");
+    EXPECT_THAT(GetError([this] { mWindow->GetFiles().OpenSound(mFolder.Path("text.wav")); }), HasSubstr("text.wav"));
+    EXPECT_EQ(mWindow->GetSession().GetSoundPath(), GetSound());
+}
+
+// Sessions
+
+TEST_F(MainWindowTest, ASessionComesBackAsItWas) {
+    mWindow->GetFiles().OpenSound(GetSound());
+    mWindow->GetFiles().OpenSideChain(GetSideChain());
+    AddEffect("Zel Gain");
+    AddEffect("Zel Gain 3");
+    mWindow->GetSession().GetEffects()[0]->GetFilter()->SetParameterValue(0, 0.25f);
+    mWindow->GetSession().SetBypassed(1, true);
+    mWindow->ToggleLoop();
+    ASSERT_TRUE(mWindow->GetFiles().SaveAs(mFolder.Path("a.tessaly")));
+    EXPECT_EQ(mWindow->windowTitle().toStdString(), "a.tessaly[*] \u2013 Tessaly");
+    OpenWindow();
+    ASSERT_TRUE(mWindow->GetFiles().OpenAny(mFolder.Path("a.tessaly")));
+    EXPECT_EQ(GetChain(), std::vector<std::string>({"Zel Gain", "Zel Gain 3"}));
+    EXPECT_NEAR(mWindow->GetSession().GetEffects()[0]->GetFilter()->GetParameterValue(0), 0.25f, 1e-6f);
+    EXPECT_TRUE(mWindow->GetSession().GetEffects()[1]->IsBypassed());
+    EXPECT_TRUE(Find<QToolButton>("Loop")->isChecked());
+    EXPECT_EQ(GetText("SideChainText"), "key.wav \u2013 Mono");
+    EXPECT_EQ(GetNotice(), "");
+    EXPECT_EQ(tessaly::WindowSettings::GetRecentSessions(),
+              QStringList(QString::fromStdString(mFolder.Path("a.tessaly"))));
+}
+
+TEST_F(MainWindowTest, ChangesAreMarkedInTheTitleUntilTheyAreSavedOrUndone) {
+    AddEffect("Zel Gain");
+    EXPECT_TRUE(mWindow->isWindowModified());
+    Trigger("Undo");
+    EXPECT_FALSE(mWindow->isWindowModified());
+    Trigger("Redo");
+    ASSERT_TRUE(mWindow->GetFiles().SaveAs(mFolder.Path("a.tessaly")));
+    EXPECT_FALSE(mWindow->isWindowModified());
+}
+
+TEST_F(MainWindowTest, UnsavedChangesAreAskedAboutAndCancelKeepsEverything) {
+    AddEffect("Zel Gain");
+    WithDialog([this] { EXPECT_FALSE(mWindow->GetFiles().New()); }, [](QWidget& box) { Answer(box, "Cancel"); });
+    EXPECT_EQ(GetChain().size(), 1u);
+    WithDialog([this] { EXPECT_FALSE(mWindow->close()); }, [](QWidget& box) { Answer(box, "Cancel"); });
+    EXPECT_TRUE(mWindow->isVisible());
+}
+
+TEST_F(MainWindowTest, UnsavedChangesAreGivenUpWhenTheUserSaysSo) {
+    AddEffect("Zel Gain");
+    WithDialog([this] { EXPECT_TRUE(mWindow->GetFiles().New()); },
+               [](QWidget& box) { Answer(box, "Discard Changes"); });
+    EXPECT_TRUE(GetChain().empty());
+}
+
+TEST_F(MainWindowTest, UnsavedChangesOfASessionWithAFileAreSavedWhenTheUserSaysSo) {
+    ASSERT_TRUE(mWindow->GetFiles().SaveAs(mFolder.Path("a.tessaly")));
+    AddEffect("Zel Gain");
+    WithDialog([this] { EXPECT_TRUE(mWindow->close()); }, [](QWidget& box) { Answer(box, "Save"); });
+    OpenWindow();
+    ASSERT_TRUE(mWindow->GetFiles().OpenSession(mFolder.Path("a.tessaly")));
+    EXPECT_EQ(GetChain().size(), 1u);
+}
+
+TEST_F(MainWindowTest, ASessionThatCannotBeSavedIsToldAndStaysOpen) {
+    AddEffect("Zel Gain");
+    EXPECT_THAT(GetError([this] { EXPECT_FALSE(mWindow->GetFiles().SaveAs("/no/such/folder/a.tessaly")); }),
+                HasSubstr("a.tessaly"));
+    EXPECT_EQ(GetChain().size(), 1u);
+    EXPECT_TRUE(mWindow->isWindowModified());
+}
+
+TEST_F(MainWindowTest, WhatIsNoSessionIsToldAndChangesNothing) {
+    ASSERT_TRUE(mWindow->GetFiles().OpenSound(GetSound()));
+    ASSERT_TRUE(mWindow->GetFiles().SaveAs(mFolder.Path("a.tessaly")));
+    WriteFile(mFolder.Path("bad.tessaly"), "{]");
+    EXPECT_FALSE(
+        GetError([this] { EXPECT_FALSE(mWindow->GetFiles().OpenSession(mFolder.Path("bad.tessaly"))); }).empty());
+    EXPECT_EQ(mWindow->GetSession().GetSoundPath(), GetSound());
+}
+
+// Rendering
+
+TEST_F(MainWindowTest, RendersWhatTheChainMakesOfTheSound) {
+    mWindow->GetFiles().OpenSound(GetSound());
+    AddEffect("Zel Gain");
+    AddEffect("Zel Gain 3");
+    mWindow->GetSession().GetEffects()[0]->GetFilter()->SetParameterValue(0, 0.25f);
+    mWindow->GetSession().SetBypassed(1, true);
+    mWindow->Render(GetRendered());
+    EXPECT_THAT(GetNotice(), HasSubstr("rendered.wav"));
+    const Sound before = ReadSound(GetSound());
+    const Sound after = ReadSound(GetRendered());
+    // Two seconds more, for what effects let ring.
+    ASSERT_EQ(after.GetFrameCount(), before.GetFrameCount() + 2u * 48000u);
+    for (std::size_t i = 0; i < before.GetFrameCount(); ++i) ASSERT_NEAR(after[1][i], before[1][i] * 0.5f, 1e-6f) << i;
+}
+
+TEST_F(MainWindowTest, ARenderThatIsCancelledLeavesNoFile) {
+    WriteSound(mFolder.Path("long.wav"), MakeLevel(2, 48000 * 120, 0.5f));
+    mWindow->GetFiles().OpenSound(mFolder.Path("long.wav"));
+    AddEffect("Zel Gain");
+    bool cancelled = false;
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
+        if (QProgressDialog* const dialog = mWindow->findChild<QProgressDialog*>()) {
+            cancelled = true;
+            dialog->findChild<QPushButton*>()->click();
+        }
+    });
+    timer.start(0);
+    mWindow->Render(GetRendered());
+    EXPECT_TRUE(cancelled);
+    EXPECT_FALSE(std::filesystem::exists(GetRendered()));
+    EXPECT_EQ(GetNotice(), "");
+}
+
+TEST_F(MainWindowTest, ARenderThatCannotBeIsTold) {
+    EXPECT_THAT(GetError([this] { mWindow->Render(GetRendered()); }), HasSubstr("no sound"));
+    mWindow->GetFiles().OpenSound(GetSound());
+    EXPECT_THAT(GetError([this] { mWindow->Render("/no/such/folder/a.wav"); }), HasSubstr("a.wav"));
+    EXPECT_THAT(GetError([this] { mWindow->Render(mFolder.Path("a.xyz")); }), HasSubstr(".flac"));
+    EXPECT_THAT(GetError([this] { mWindow->Render(GetSound()); }), HasSubstr("what is played"));
+}
+
+// The window itself
+
+TEST_F(MainWindowTest, TheThemeIsChosenInTheMenuAndKept) {
+    Trigger("DarkTheme");
+    EXPECT_EQ(tessaly::WindowSettings::GetTheme(), CommandLine::kDark);
+    const QPalette dark = QApplication::palette();
+    EXPECT_LT(dark.color(QPalette::Window).lightness(), 128);
+    Trigger("LightTheme");
+    EXPECT_GT(QApplication::palette().color(QPalette::Window).lightness(), 128);
+}
+
+TEST_F(MainWindowTest, EveryControlHasANameForScreenReaders) {
+    AddEffect("Zel Gain");
+    mWindow->GetFiles().OpenSound(GetSound());
+    int controls = 0;
+    for (QWidget* const widget : mWindow->findChildren<QWidget*>()) {
+        if (widget->focusPolicy() == Qt::NoFocus || !widget->isVisible()) continue;
+        // What belongs to a control is named by it.
+        if (qobject_cast<QAbstractItemView*>(widget->parentWidget()) != nullptr) continue;
+        ++controls;
+        QAccessibleInterface* const accessible = QAccessible::queryAccessibleInterface(widget);
+        ASSERT_NE(accessible, nullptr);
+        EXPECT_FALSE(accessible->text(QAccessible::Name).isEmpty()) << widget->objectName().toStdString();
+    }
+    EXPECT_GE(controls, 12);
+}
+
+TEST_F(MainWindowTest, TabReachesEveryControl) {
+    AddEffect("Zel Gain");
+    mWindow->GetFiles().OpenSound(GetSound());
+    mWindow->GetFiles().OpenSideChain(GetSideChain());
+    mWindow->GetChainView().SetCurrentIndex(0);
+    mWindow->activateWindow();
+    mWindow->setFocus();
+    std::set<std::string> reached;
+    for (int i = 0; i < 40; ++i) {
+        QTest::keyClick(mWindow->focusWidget() ? mWindow->focusWidget() : mWindow.get(), Qt::Key_Tab);
+        if (const QWidget* const focus = mWindow->focusWidget()) reached.insert(focus->objectName().toStdString());
+    }
+    for (const char* const name : {"OpenSound", "OpenSideChain", "RemoveSideChain", "Rewind", "Play", "Loop",
+                                   "Position", "Chain", "AddEffectButton", "EditorButton", "ParametersButton",
+                                   "ChannelsButton", "UpButton", "DownButton", "RemoveButton"}) {
+        EXPECT_EQ(reached.count(name), 1u) << name;
+    }
+}
+
+TEST_F(MainWindowTest, EveryActionIsInAMenuAndShortcutsAreNotGivenTwice) {
+    std::set<QString> shortcuts;
+    int actions = 0;
+    for (const QAction* const top : mWindow->menuBar()->actions()) {
+        for (const QAction* const action : top->menu()->actions()) {
+            if (action->isSeparator()) continue;
+            ++actions;
+            EXPECT_FALSE(action->text().isEmpty()) << action->objectName().toStdString();
+            const QString keys = action->shortcut().toString();
+            if (keys.isEmpty()) continue;
+            EXPECT_TRUE(shortcuts.insert(keys).second) << keys.toStdString();
+        }
+    }
+    EXPECT_GE(actions, 20);
+}
+
+TEST_F(MainWindowTest, ALostRunIsToldWithWhenItsSessionWasSaved) {
+    ASSERT_TRUE(mWindow->GetFiles().SaveAs(mFolder.Path("a.tessaly")));
+    mWindow->TellOfLostRuns({{mFolder.Path("a.tessaly"), true}});
+    EXPECT_THAT(GetNotice(), HasSubstr("\"a.tessaly\" is as it was saved at"));
+    Click("NoticeClose");
+    EXPECT_EQ(GetNotice(), "");
+    mWindow->TellOfLostRuns({{"", true}});
+    EXPECT_THAT(GetNotice(), HasSubstr("never been saved"));
+}
+
+// Levels
+
+TEST(LevelMetersTest, ShowTheLoudestInDecibelsAndFallSlowly) {
+    tessaly::LevelMeters meters;
+    meters.Advance({0.5f, 0.0f});
+    EXPECT_NEAR(meters.GetLevel(0), -6.02f, 0.01f);
+    EXPECT_EQ(meters.GetLevel(1), tessaly::LevelMeters::kLowest);
+    meters.Advance({0.0f, 0.0f});
+    EXPECT_LT(meters.GetLevel(0), -6.02f);
+    EXPECT_GT(meters.GetLevel(0), -12.0f);
+    EXPECT_THAT(meters.accessibleDescription().toStdString(), HasSubstr("Channel 1: -6 dB"));
+}
+
+TEST(LevelMetersTest, KeepInMindThatFullScaleWasPassedUntilTheyAreClicked) {
+    tessaly::LevelMeters meters;
+    meters.resize(200, 30);
+    meters.Advance({1.5f});
+    meters.Advance({0.1f});
+    EXPECT_TRUE(meters.IsOver(0));
+    QTest::mouseClick(&meters, Qt::LeftButton);
+    EXPECT_FALSE(meters.IsOver(0));
+}
+
+}  // namespace zeltests

@@ -15,6 +15,10 @@ set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 find_program(ZEL_CCACHE ccache)
 if(ZEL_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
   set(CMAKE_CXX_COMPILER_LAUNCHER ${ZEL_CCACHE})
+  if(ZEL_PCH)
+    # It passes precompiled headers by unless it is told that our sources depend on no times and no stray definitions.
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros ${ZEL_CCACHE})
+  endif()
   set(CMAKE_C_COMPILER_LAUNCHER ${ZEL_CCACHE})
 endif()
 

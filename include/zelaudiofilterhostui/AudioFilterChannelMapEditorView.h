@@ -28,6 +28,7 @@ namespace zelaudiofilterhostui {
 class ZELAUDIOFILTERHOSTUI_API AudioFilterChannelMapEditorView : public AudioFilterEditorViewBase,
                                                                  public boost::signals::trackable {
 public:
+    /// For each effect channel the target channel that it is connected with.
     typedef zelaudiofilterhost::ChannelMap ChannelMap;
     /// Told the map of the inputs before the change and after it, then those of the outputs.
     typedef boost::signal<void(const ChannelMap&, const ChannelMap&, const ChannelMap&, const ChannelMap&)>
@@ -53,6 +54,7 @@ public:
     /// A new popup with these items.
     boost::intrusive_ptr<zelui::controls::UI_Popup> CreateChannelPopup(
         const zelaudiofilterhost::AudioFilterBusList& buses) const;
+    /// Gives a popup these items in place of those that it has.
     void PopulateChannelPopup(zelui::controls::UI_Popup& popup,
                               const zelaudiofilterhost::AudioFilterBusList& buses) const;
     /// Has the popup show an effect channel, or -1: that there is none in this direction, or, when

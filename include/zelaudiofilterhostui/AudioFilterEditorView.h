@@ -14,6 +14,7 @@ namespace zelaudiofilterhostui {
 /// not only hidden, takes the editor along: a host that shows it again opens the editor again.
 class ZELAUDIOFILTERHOSTUI_API AudioFilterEditorView : public AudioFilterEditorViewBase {
 public:
+    /// The view of that filter (not null), with nothing in it before OpenEditor.
     explicit AudioFilterEditorView(const boost::intrusive_ptr<zelaudiofilterhost::AudioFilter>& filter);
 
     /// Opens the plug-in's editor, or makes the generic one. Exceptions of the filter pass to the caller; the view is

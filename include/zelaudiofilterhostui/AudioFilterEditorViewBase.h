@@ -17,7 +17,9 @@ namespace zelaudiofilterhostui {
 /// keyboard focus, and has nothing to open or close.
 class ZELAUDIOFILTERHOSTUI_API AudioFilterEditorViewBase : public zelui::ui::UI_SubView {
 public:
+    /// Told nothing: the view's frame has the size.
     typedef boost::signal<void()> ContentSizeChangedSignal;
+    /// Told whether the focus goes forward (true) or backward.
     typedef boost::signal<void(bool)> AdvanceFocusSignal;
 
     /// The filter that the view edits: the same for its whole life.
@@ -49,6 +51,7 @@ public:
     virtual bool CanResizeContent() const;
 
 protected:
+    /// `filter` must not be null.
     explicit AudioFilterEditorViewBase(const boost::intrusive_ptr<zelaudiofilterhost::AudioFilter>& filter);
     ~AudioFilterEditorViewBase() override;
 

@@ -16,6 +16,7 @@ namespace zelaudiofilterhostui {
 /// are for; the library registers none. Main thread, or static initialisation.
 class ZELAUDIOFILTERHOSTUI_API AudioFilterViewFactory {
 public:
+    /// Makes the view of a filter; null when it has none for it.
     typedef boost::function<boost::intrusive_ptr<AudioFilterEditorViewBase>(
         boost::intrusive_ptr<zelaudiofilterhost::AudioFilter>)>
         FactoryFunction;

@@ -8,6 +8,7 @@ namespace zelaudiofilterhostui {
 /// registration stays when the registrar goes.
 class ZELAUDIOFILTERHOSTUI_API AudioFilterViewFactoryRegistrar {
 public:
+    /// Registers `function` for that component; see AudioFilterViewFactory::RegisterFactoryFunction.
     AudioFilterViewFactoryRegistrar(const zelcore::ustring& componentId,
                                     AudioFilterViewFactory::FactoryFunction function);
     ~AudioFilterViewFactoryRegistrar();  // NOLINT(performance-trivially-destructible): exported, as hosts expect it

@@ -16,10 +16,13 @@ namespace zelaudiofilterhostui {
 /// stays.
 class ZELAUDIOFILTERHOSTUI_API AudioPluginManager {
 public:
+    /// The one manager; made when it is first asked for.
     static AudioPluginManager& GetInstance();
 
     AudioPluginManager() = default;
+    /// It has no state, so that a copy is as good.
     AudioPluginManager(const AudioPluginManager&) = default;
+    /// Changes nothing: it has no state.
     AudioPluginManager& operator=(const AudioPluginManager&) = default;
     virtual ~AudioPluginManager();
 

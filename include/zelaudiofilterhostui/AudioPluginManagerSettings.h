@@ -13,7 +13,9 @@ namespace zelaudiofilterhostui {
 struct ZELAUDIOFILTERHOSTUI_API AudioPluginManagerSettings {
     /// All zero and false: the dialog opens at its own size, its list unsorted.
     AudioPluginManagerSettings();
+    /// The same settings.
     AudioPluginManagerSettings(const AudioPluginManagerSettings& other);
+    /// The same settings.
     AudioPluginManagerSettings& operator=(const AudioPluginManagerSettings& other);
 
     /// The check box "Rescan existing plug-ins".

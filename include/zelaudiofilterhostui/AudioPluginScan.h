@@ -53,6 +53,9 @@ public:
     /// The marker file, which names the plug-in that an in-process scan is loading. It is there after a run that died
     /// in a scan. Says nothing about whether it exists.
     static zelcore::filesupport::File GetLastScannedPluginPath();
+    /// The scanner's program: beside the application where it is there, otherwise where it is installed with the
+    /// library. When it does not exist, a scan with `separateProcess` finds nothing; a host may tell before.
+    static zelcore::filesupport::File GetScannerExecutable();
 
 private:
     typedef boost::intrusive_ptr<zelui::dialogs::UI_ProgressDialog> ProgressDialogPtr;

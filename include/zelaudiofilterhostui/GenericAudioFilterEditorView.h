@@ -18,6 +18,7 @@ class ZELAUDIOFILTERHOSTUI_API GenericAudioFilterEditorView : public zelui::ui::
 public:
     /// In display units.
     static constexpr float kRowHeight = 22.0f;
+    /// How wide the view is, in display units.
     static constexpr float kWidth = 380.0f;
 
     /// The view of that filter (not null), complete with its rows, its frame at 0, 0.

@@ -41,7 +41,8 @@ def sources(root=ROOT, endings=(".cpp", ".h")):
 
 
 def belongs_to_other_platform(name):
-    return pathlib.PurePath(name).stem.endswith(("_win32", "_macos"))
+    # "_none" stands in for a dependency that is not there.
+    return pathlib.PurePath(name).stem.endswith(("_win32", "_macos", "_none"))
 
 
 def compile_commands(folder=None):

@@ -14,6 +14,7 @@
 #include <zelui/UI_ProgressDialog.h>
 
 #include "scan/PreferenceFiles.h"
+#include "scan/ScannerLocation.h"
 
 namespace zelaudiofilterhostui {
 
@@ -95,6 +96,8 @@ AudioPluginScan::AudioPluginScan(const zelui::drawbot::SupplierInterface* suppli
 AudioPluginScan::~AudioPluginScan() = default;
 
 File AudioPluginScan::GetLastScannedPluginPath() { return File(Dir::PrefDir(), kMarkerFileName); }
+
+File AudioPluginScan::GetScannerExecutable() { return ScannerLocation::Find(); }
 
 void AudioPluginScan::ScanForPlugins(HWND parentWindow, bool rescanExisting, bool separateProcess) {
     PluginModuleInfoManager& catalogue = PluginModuleInfoManager::GetInstance();

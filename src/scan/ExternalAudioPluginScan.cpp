@@ -23,6 +23,7 @@
 #include <zeltransport/SocketTransport.h>
 
 #include "scan/ScanCalls.h"
+#include "scan/ScannerLocation.h"
 #include "scan/ScannerProcess.h"
 
 namespace zelaudiofilterhostui {
@@ -30,7 +31,6 @@ namespace zelaudiofilterhostui {
 namespace protocol = zelaudiofilterhost::scanprotocol;
 using zelaudiofilterhost::BannedPluginManager;
 using zelaudiofilterhost::PluginModuleInfoManager;
-using zelcore::filesupport::Dir;
 using zelcore::filesupport::File;
 using zelcore::threads::AsyncCallFromMainThread;
 using zelcore::utility::AsciiToUTF16;
@@ -113,7 +113,7 @@ bool ExternalAudioPluginScan::Scan(const ustring& registryPath, const ustring& b
 }
 
 bool ExternalAudioPluginScan::Launch() {
-    const File executable(Dir::AppDir(), AsciiToUTF16(protocol::kScannerFileName));
+    const File executable = ScannerLocation::Find();
     if (!executable.Exists()) return false;
     ReleaseConnection();
     if (mProcess) ScannerProcess::Abandon(mProcess);

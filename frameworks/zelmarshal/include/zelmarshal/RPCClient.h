@@ -24,6 +24,7 @@ class ZELMARSHAL_API RPCClient {
 public:
     /// Gets the reply, an Object whose member "value" is what the method returned, and the request's id.
     typedef boost::function<void(const boost::shared_ptr<boost::any>& reply, int requestId)> ReplyHandler;
+    /// Gets one of RPCError's codes, or the peer's own, and a text for developers.
     typedef boost::function<void(int code, const std::string& message)> ErrorHandler;
 
     /// Takes over the session's protocol handlers. `clientName` goes with every request, for the peer's messages.

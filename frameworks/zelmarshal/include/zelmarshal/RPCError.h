@@ -22,8 +22,10 @@ enum ErrorCode {
 /// What a server's method throws to answer with an error.
 class ZELMARSHAL_API RPCError : public std::runtime_error {
 public:
+    /// `message` is for developers, in UTF-8.
     RPCError(int code, const std::string& message);
     ~RPCError() override;
+    /// What goes to the client as the error's code.
     int GetCode() const { return mCode; }
 
 private:

@@ -31,6 +31,7 @@ public:
         /// `value` becomes the member "value" of the reply; one that cannot be written, or is too long for a frame, is
         /// answered with kErrorInternal.
         void Reply(const boost::any& value) const;
+        /// Answers with an error instead; like Reply otherwise.
         void Fail(int code, const std::string& message) const;
 
     private:

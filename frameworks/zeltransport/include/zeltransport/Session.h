@@ -27,7 +27,9 @@ constexpr std::size_t kMaxQueuedSize = 4 * kMaxFrameSize;
 /// message handler that does closes the session, what other handlers throw is dropped.
 class ZELTRANSPORT_API Session {
 public:
+    /// Gets the content of one frame, which is there during the call only.
     typedef boost::function<void(const char* bytes, std::size_t size)> MessageHandler;
+    /// Called once, when the session is over.
     typedef boost::function<void()> ClosedHandler;
 
     /// Queues one frame. Frames sent before the connection stands wait in order; after it has closed they are dropped.

@@ -35,8 +35,11 @@ struct ServerOptions {
 /// and joins the thread; from one of its own handlers it does the same without waiting. Any thread.
 class ZELTRANSPORT_API SocketTransport {
 public:
+    /// Gets each client's session.
     typedef boost::function<void(boost::shared_ptr<Session>)> AcceptHandler;
+    /// Told why the port could not be had, for developers.
     typedef boost::function<void(const std::string& reason)> ListenFailedHandler;
+    /// Called when clients can connect.
     typedef boost::function<void()> ListeningHandler;
 
     /// Makes a transport with its I/O thread. `threadCount` must be 1: handlers rely on it (throws
@@ -46,6 +49,7 @@ public:
     /// Starts a connection to `host` (a numeric address) and returns at once. The session connects in the background
     /// and retries while the peer is not listening yet, up to the options' time; then it closes.
     virtual boost::shared_ptr<Session> ClientStart(const std::string& host, unsigned short port) = 0;
+    /// The same with options: whom to connect to, and for how long to try.
     virtual boost::shared_ptr<Session> ClientStart(const std::string& host, unsigned short port,
                                                    const ClientOptions& options) = 0;
 

@@ -52,7 +52,8 @@ TEST_F(TessalyHelpTest, TellsOfEveryCommandAndEveryOption) {
         {"list", {"--json"}},
         {"manage", {"--screenshot", "--theme"}},
         {"edit", {"--channel-map", "--component", "--generic", "--screenshot", "--side-chain", "--theme", "--track"}},
-        {"render", {"--block", "--component", "--effect", "--map", "--set", "--side-chain", "--tail", "--track"}}};
+        {"render", {"--block", "--component", "--effect", "--map", "--set", "--side-chain", "--tail", "--track"}},
+        {"tour", {"--out", "--theme"}}};
     EXPECT_EQ(ReadHelp(GetHelp()), there);
 }
 

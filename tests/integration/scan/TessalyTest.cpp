@@ -256,13 +256,19 @@ TEST_F(TessalyTest, DamagedFilesAreKeptAsideAndTheUserIsTold) {
 
 TEST_F(TessalyTest, CommandLinesThatMakeNoSenseAreExplained) {
     const std::vector<std::vector<std::string>> wrong = {
-        {}, {"dance"}, {"scan", "--fast"}, {"list", "--rescan"}, {"list", "folder"}, {"scan", "/no/such/folder"}};
+        {"dance"}, {"scan", "--fast"}, {"list", "--rescan"}, {"list", "folder"}, {"scan", "/no/such/folder"}};
     for (const auto& arguments : wrong) {
         const auto program = Start(arguments);
         EXPECT_EQ(2, program->Wait());
         EXPECT_THAT(program->GetErrors(), HasSubstr("Usage: tessaly"));
     }
     EXPECT_EQ(0, Start({"--help"})->Wait());
+}
+
+TEST_F(TessalyTest, WithoutADisplayTheWindowSaysWhereToReadOn) {
+    const auto program = Start({});
+    EXPECT_EQ(1, program->Wait());
+    EXPECT_THAT(program->GetErrors(), HasSubstr("no display to show a window on. 'tessaly --help'"));
 }
 
 TEST_F(TessalyTest, MissingScannerProgramIsTold) {

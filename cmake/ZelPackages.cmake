@@ -22,7 +22,7 @@ set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY "=")
 # Where the packages' own libraries are while the others' needs are looked up.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_LIBRARY_OUTPUT_DIRECTORY})
 set(zel_exactly "(= ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE})")
-set(zel_runtime libzelaudiofilterhostui${PROJECT_VERSION_MAJOR})
+set(zel_runtime libzelaudiofilterhostui${ZEL_SOVERSION})
 
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME ${zel_runtime})
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)

@@ -21,12 +21,12 @@ function(zel_precompile_qt_library target)
   zel_precompile(${target} ${ZEL_PCH_STANDARD} ${ZEL_PCH_BOOST} ${ZEL_PCH_QT})
 endfunction()
 
-# zel_precompile_test(<target> <libs…>): one for all tests without Qt, one for those with it.
+# zel_precompile_test(<target> <libs…>): one for all tests without Qt, one for those with it, which are compiled otherwise.
 function(zel_precompile_test target)
   if(NOT ZEL_PCH)
     return()
   endif()
-  if("Qt6::Test" IN_LIST ARGN)
+  if("${ARGN}" MATCHES "Qt6::|tessaly_objects")
     target_precompile_headers(${target} REUSE_FROM zel_test_pch_qt)
   else()
     target_precompile_headers(${target} REUSE_FROM zel_test_pch)

@@ -1,5 +1,13 @@
 # One way to declare each kind of target, so that a folder's own list says only what is particular to it.
 
+# What the loader knows the libraries by: what has the same one can be put in place of the other. Before 1.0 each minor
+# version may change the binary interface.
+if(PROJECT_VERSION_MAJOR EQUAL 0)
+  set(ZEL_SOVERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR})
+else()
+  set(ZEL_SOVERSION ${PROJECT_VERSION_MAJOR})
+endif()
+
 # zel_sources(<variable> <folder>): the sources of a folder for this platform. Files named …_posix, …_linux, …_win32 and
 # …_macos belong to one platform.
 function(zel_sources variable folder)
@@ -22,7 +30,7 @@ function(zel_framework name)
     PRIVATE ${CMAKE_CURRENT_SOURCE_DIR}/src)
   target_compile_definitions(${name} PRIVATE ZEL_BUILDING_${name})
   target_link_libraries(${name} PUBLIC ${ARG_PUBLIC} PRIVATE ${ARG_PRIVATE} $<BUILD_INTERFACE:zel_warnings>)
-  set_target_properties(${name} PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
+  set_target_properties(${name} PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${ZEL_SOVERSION})
 endfunction()
 
 # zel_unit_test(<name> <libs…>): a test program from this folder's sources, every test of it registered with CTest. Runs

@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QLabel>
+#include <QPointer>
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -84,7 +85,9 @@ void EditorWindow::SetTitle(QString title) {
 void EditorWindow::Open(bool generic) {
     // Plug-ins' editors need a real window of a real display to live in.
     const bool own = !generic && mFilter->HasEditor() && zelui::Application::HasDisplay();
+    const QPointer<EditorWindow> self(this);
     if (own && OpenOwnEditor()) return;
+    if (!self) return;
     const char* const failed =
         "$$$/tessaly/EditorFailed=The plug-in's own editor did not open. These are its parameters.";
     OpenGenericEditor(own ? zelui::qt::ToQString(Localize(failed)) : QString());
@@ -114,9 +117,17 @@ bool EditorWindow::OpenOwnEditor() {
     // The window is as large as the editor, whatever size that takes.
     mLayout->setSizeConstraint(QLayout::SetFixedSize);
     show();
-    // The plug-in has a connection to the display of its own, which must find the window there.
-    QApplication::processEvents();
-    mView->OpenEditor();
+    // The plug-in has a connection to the display of its own, which must find the window there. What the user does
+    // meanwhile waits; the window may go for another reason all the same, also while the plug-in opens.
+    const boost::intrusive_ptr<AudioFilterEditorViewBase> view = mView;
+    const QPointer<EditorWindow> self(this);
+    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    if (!self || !isVisible()) return true;
+    view->OpenEditor();
+    if (!self) {
+        view->CloseEditor();
+        return true;
+    }
     if (mView->UI_GetLocalRectF(true).IsEmpty()) {
         mView->CloseEditor();
         mView.reset();

@@ -29,7 +29,8 @@ public:
     ~EditorWindow() override;
 
     /// Shows the window with the plug-in's own editor in it, or with the parameters: when `generic` says so, when the
-    /// plug-in has no editor, and when its editor does not open.
+    /// plug-in has no editor, and when its editor does not open. The main loop goes round once in it, without the
+    /// user's input: whoever holds the window looks afterwards whether it is still there.
     void Open(bool generic);
     /// Shows the window with the routing of the track's channels through the filter.
     void OpenChannelMap();
@@ -44,6 +45,7 @@ private:
     class Content;
 
     void SetTitle(QString title);
+    /// False when there is to be another editor instead.
     bool OpenOwnEditor();
     void OpenGenericEditor(const QString& note);
     void AddScrollArea(QWidget* content);

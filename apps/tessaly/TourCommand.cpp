@@ -1,6 +1,7 @@
 #include "TourCommand.h"
 
 #include <algorithm>
+#include <exception>
 #include <iostream>
 #include <QApplication>
 #include <QElapsedTimer>
@@ -90,6 +91,7 @@ int TourCommand::Run() {
         Scan();
         ShowManager();
         MainWindow window(mLine.theme);
+        window.GetFiles().SetUnattended(true);
         window.move(0, 0);
         window.show();
         OpenSounds(window);
@@ -217,18 +219,25 @@ void TourCommand::KeepModal(const std::function<void()>& modal, const std::funct
     QTimer timer;
     bool isKept = false;
     bool isSeen = false;
+    std::exception_ptr failure;
     QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
         QWidget* const dialog = QApplication::activeModalWidget();
         if (dialog == nullptr || isKept || !isReady(*dialog)) return;
         // One more turn, for it to be drawn in full.
         if (!std::exchange(isSeen, true)) return;
         isKept = true;
-        Keep(dialog->grab(), name);
+        try {
+            Keep(dialog->grab(), name);
+        } catch (...) {
+            // Not through the dialog's loop, which is not made for it.
+            failure = std::current_exception();
+        }
         // A scan goes on to its end, other dialogs wait for somebody.
-        if (dialog->findChild<QProgressBar*>() == nullptr) zelui::Application::CancelActiveDialog();
+        if (failure || dialog->findChild<QProgressBar*>() == nullptr) zelui::Application::CancelActiveDialog();
     });
     timer.start(kLookEvery);
     modal();
+    if (failure) std::rethrow_exception(failure);
 }
 
 void TourCommand::Say(const std::string& text) const { std::cerr << "tessaly: " << text << '\n'; }

@@ -2,8 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
-
-#include "AudioFileError.h"
+#include <exception>
 
 namespace tessaly {
 
@@ -111,7 +110,14 @@ FileFeeder::StretchPtr FileFeeder::WaitForWork(StretchPtr stretch) {
     const std::int64_t position = mWantedPosition;
     const unsigned number = mWantedNumber;
     lock.unlock();
-    return MakeStretch(position, number);
+    try {
+        return MakeStretch(position, number);
+    } catch (const std::exception& error) {
+        // One without room: the sound fails there, and the program goes on.
+        stretch = std::make_shared<Stretch>(mChannelCount, 1, position, number);
+        Fail(*stretch, error.what());
+        return stretch;
+    }
 }
 
 FileFeeder::StretchPtr FileFeeder::MakeStretch(std::int64_t position, unsigned number) const {
@@ -125,7 +131,7 @@ FileFeeder::StretchPtr FileFeeder::MakeStretch(std::int64_t position, unsigned n
 void FileFeeder::Fill(Stretch& stretch, std::size_t frames) {
     try {
         mTrack->Seek(stretch.position);
-    } catch (const AudioFileError& error) {
+    } catch (const std::exception& error) {
         Fail(stretch, error.what());
         return;
     }
@@ -141,7 +147,7 @@ bool FileFeeder::FillOnce(Stretch& stretch) {
     std::string trouble;
     try {
         while (filled < kChunkFrames) filled += mTrack->Read(GetChunkFrom(filled), kChunkFrames - filled);
-    } catch (const AudioFileError& error) {
+    } catch (const std::exception& error) {
         trouble = error.what();
     }
     stretch.ring.Write(mChunk.GetChannels(), static_cast<std::size_t>(filled));

@@ -59,7 +59,7 @@ public:
     Kind GetState() const;
     /// Whether the sound thread, when it asks next, finds itself where it was sent.
     bool IsReady() const;
-    /// Why it cannot read on: the text of an AudioFileError; empty as long as it can.
+    /// Why it cannot read on: the text of what was thrown; empty as long as it can.
     std::string GetTrouble() const;
 
     /// Takes the next `frames` frames: `channels` has one pointer per channel of the track and its side-chain. At the

@@ -97,6 +97,7 @@ private:
     void Finish();
     void StopFor(const ustring& reason);
     void FollowChain();
+    void FollowLooping();
     void TellRefused(const LiveChain::Effects& effects);
     void Look();
     void OnBeforeFormatChanges();
@@ -110,7 +111,7 @@ private:
     Counts mCounts;
     std::unique_ptr<Playback> mPlayback;
     QTimer mTimer;
-    boost::signals::scoped_connection mBeforeFormatChanges, mFormatChanged, mChainChanged;
+    boost::signals::scoped_connection mBeforeFormatChanges, mFormatChanged, mChainChanged, mDetailsChanged;
 };
 
 Player::Impl::Impl(Session& session)
@@ -119,6 +120,7 @@ Player::Impl::Impl(Session& session)
     QObject::connect(&mTimer, &QTimer::timeout, [this] { Look(); });
     mBeforeFormatChanges = session.GetBeforeFormatChangesSignal().connect([this] { OnBeforeFormatChanges(); });
     mFormatChanged = session.GetFormatChangedSignal().connect([this] { OnFormatChanged(); });
+    mDetailsChanged = session.GetDetailsChangedSignal().connect([this] { FollowLooping(); });
     mChainChanged = session.GetChainChangedSignal().connect([this] { FollowChain(); });
 }
 
@@ -130,7 +132,7 @@ void Player::Impl::Play() {
     LiveChain::Effects refused;
     try {
         reason = Start(refused);
-    } catch (const AudioFileError& error) {
+    } catch (const std::exception& error) {
         reason = FillPlaceholders(Localize("$$$/tessaly/Player/Unreadable=The sound cannot be played: @0"),
                                   {ToText(error.what())});
     }
@@ -201,6 +203,10 @@ void Player::Impl::FollowChain() {
     if (mPlayback) TellRefused(mPlayback->chain.SetEffects(mSession.GetEffects()));
 }
 
+void Player::Impl::FollowLooping() {
+    if (mPlayback) mPlayback->engine.SetLooping(mSession.IsLooping());
+}
+
 void Player::Impl::TellRefused(const LiveChain::Effects& effects) {
     for (const ChainEffectPtr& effect : effects) {
         trouble(FillPlaceholders(
@@ -212,7 +218,6 @@ void Player::Impl::TellRefused(const LiveChain::Effects& effects) {
 /// What the threads of the sound do not tell by themselves.
 void Player::Impl::Look() {
     Playback& playback = *mPlayback;
-    playback.engine.SetLooping(mSession.IsLooping());
     playback.chain.Collect();
     if (playback.device.HasFailed()) {
         StopFor(Localize("$$$/tessaly/Player/DeviceGone=The sound device is gone, or takes no more sound."));

@@ -80,14 +80,37 @@ void ChainEffect::SetTargetFormat(const AudioChannelLayout& layout, const AudioF
     if (!mFilter) return;
     const bool isSame = layout == mFilter->GetChannelMapTargetChannelLayout() &&
                         sideChain.GetLayout() == mFilter->GetSideChainTargetBus().GetLayout();
+    const bool hadSideChain = !mFilter->GetSideChainTargetBus().GetLayout().empty();
+    const bool keepsInput = !isSame && KeepMaps();
     if (!mFilter->SetTargetFormat(layout, sideChain) || isSame) return;
+    ApplyMaps();
+    // The map of a track without a side-chain says nothing about one.
+    if (keepsInput && !hadSideChain) mFilter->AutoConnectSideChainChannels(false);
+}
+
+/// Whether the inputs have a map of their own.
+bool ChainEffect::KeepMaps() {
+    if (mFilter->GetChannelMapTargetChannelLayout().empty()) return false;
+    for (const AudioFilter::Direction direction : kDirections) {
+        const ChannelMap& map = mFilter->GetChannelMap(direction);
+        if (map != mBestFit[direction]) GetKeptMap(direction) = map;
+    }
+    return mFilter->GetChannelMap(AudioFilter::kInput) != mBestFit[AudioFilter::kInput];
+}
+
+void ChainEffect::ApplyMaps() {
+    const bool hasTrack = !mFilter->GetChannelMapTargetChannelLayout().empty();
     for (const AudioFilter::Direction direction : kDirections) {
         mBestFit[direction] = mFilter->GetChannelMap(direction);
-        std::optional<ChannelMap>& map = direction == AudioFilter::kInput ? mRecord.inputMap : mRecord.outputMap;
-        if (!map || !Fits(*map, *mFilter, direction)) continue;
+        std::optional<ChannelMap>& map = GetKeptMap(direction);
+        if (!hasTrack || !map || !Fits(*map, *mFilter, direction)) continue;
         mFilter->SetChannelMap(*map, direction);
         map.reset();
     }
+}
+
+std::optional<ChannelMap>& ChainEffect::GetKeptMap(AudioFilter::Direction direction) {
+    return direction == AudioFilter::kInput ? mRecord.inputMap : mRecord.outputMap;
 }
 
 EffectRecord ChainEffect::MakeRecord() const {

@@ -20,9 +20,9 @@ public:
 
     /// A new effect. Throws std::runtime_error with the reason when the plug-in cannot be loaded.
     explicit ChainEffect(const zelaudiofilterhost::AudioFilterDescriptor& descriptor);
-    /// An effect of a session: looked for by its component ID in the catalogue, then where its plug-in was. Where it
-    /// cannot be loaded it is missing, and GetTrouble tells why; where the plug-in does not take its state back it is
-    /// there, and GetTrouble tells that. Its maps are applied with the first SetTargetFormat.
+    /// An effect of a session: looked for by its component ID in the catalogue, then where its plug-in was, as
+    /// PluginReload says. Where it cannot be loaded it is missing, and GetTrouble tells why; where the plug-in does not
+    /// take its state back it is there, and GetTrouble tells that. Its maps are applied with the first SetTargetFormat.
     explicit ChainEffect(const EffectRecord& record);
     ~ChainEffect();
     ChainEffect(const ChainEffect&) = delete;
@@ -43,8 +43,9 @@ public:
     bool IsBypassed() const { return mIsBypassed; }
     void SetBypassed(bool bypassed) { mIsBypassed = bypassed; }
 
-    /// Puts the filter into a track. A map that the session brought is applied once, in the first track whose channels
-    /// it fits, and kept until then. Not while its sound runs.
+    /// Puts the filter into a track. A map that is not the best fit is kept: it is applied in the first track whose
+    /// channels it fits, be it one that the session brought or the one before. Side-chain channels that come are
+    /// connected all the same. Not while its sound runs.
     void SetTargetFormat(const zelmediatypes::AudioChannelLayout& layout,
                          const zelaudiofilterhost::AudioFilterBusDescription& sideChain);
 
@@ -58,8 +59,12 @@ public:
 private:
     void Take(const zelaudiofilterhost::AudioFilterDescriptor& descriptor);
     void GiveState();
+    bool KeepMaps();
+    void ApplyMaps();
+    std::optional<zelaudiofilterhost::ChannelMap>& GetKeptMap(zelaudiofilterhost::AudioFilter::Direction direction);
 
-    /// What came from the session: of a live filter its maps as long as they are not applied, and its last known state.
+    /// What came from the session or the track before: of a live filter its maps as long as they are not applied, and
+    /// its last known state.
     mutable EffectRecord mRecord;
     FilterPtr mFilter;
     zelcore::ustring mTrouble;

@@ -1,10 +1,14 @@
 #include "PluginReload.h"
 
+#include <algorithm>
+#include <filesystem>
 #include <vector>
 
 #include <zelaudiofilterhost/AudioFilterDescriptorManager.h>
 #include <zelaudiofilterhost/BannedPluginManager.h>
 #include <zelaudiofilterhost/PluginDescription.h>
+#include <zelaudiofilterhost/PluginModuleInfoManager.h>
+#include <zelcore/Utf.h>
 
 namespace tessaly {
 
@@ -13,6 +17,7 @@ using zelaudiofilterhost::AudioFilterDescriptorManager;
 using zelaudiofilterhost::BannedPluginManager;
 using zelaudiofilterhost::PluginLoadError;
 using zelaudiofilterhost::PluginLocator;
+using zelaudiofilterhost::PluginModuleInfoManager;
 
 namespace {
 
@@ -25,12 +30,40 @@ PluginReload::Result Make(const PluginReload::DescriptorPtr& descriptor) {
     return {descriptor, descriptor->CreateFilter()};
 }
 
+/// As its links lead to; without them where they lead nowhere.
+std::filesystem::path Resolve(const zelcore::ustring& path) {
+    const zelcore::utf8string utf8 = zelcore::utility::UTF16to8(path);
+    std::error_code failed;
+    const std::filesystem::path full =
+        std::filesystem::weakly_canonical(std::filesystem::path(utf8.begin(), utf8.end()), failed);
+    return failed ? std::filesystem::path() : full;
+}
+
+bool IsBelow(const std::filesystem::path& path, const std::filesystem::path& folder) {
+    if (path.empty() || folder.empty()) return false;
+    return std::mismatch(folder.begin(), folder.end(), path.begin(), path.end()).first == folder.end();
+}
+
+bool IsWherePluginsAre(const PluginLocator& module) {
+    const PluginModuleInfoManager& catalogue = PluginModuleInfoManager::GetInstance();
+    for (auto info = catalogue.PluginInfoBegin(); info != catalogue.PluginInfoEnd(); ++info) {
+        const PluginLocator& known = (*info)->GetLocator();
+        if (known.GetTechnologyType() == module.GetTechnologyType() && known.GetPath() == module.GetPath()) return true;
+    }
+    const auto technology = catalogue.GetPluginTechnology(module.GetTechnologyType());
+    const std::filesystem::path path = Resolve(module.GetPath());
+    return technology && std::any_of(technology->DirectoryBegin(), technology->DirectoryEnd(),
+                                     [&path](const auto& folder) { return IsBelow(path, Resolve(folder)); });
+}
+
 /// Whether a file may be loaded to see what is in it.
 void CheckModule(const PluginLocator& module) {
     const bool isPlugin = module.GetTechnologyType() == zelaudiofilterhost::kTechnologyVST ||
                           module.GetTechnologyType() == zelaudiofilterhost::kTechnologyVST3;
     if (!isPlugin) throw PluginLoadError("is not known");
     if (BannedPluginManager::GetInstance().IsBanned(module)) throw PluginLoadError("is banned");
+    if (!IsWherePluginsAre(module))
+        throw PluginLoadError("is neither in the list of plug-ins nor in the plug-in folders");
 }
 
 PluginReload::Result LoadWhereItWas(const EffectRecord& effect) {

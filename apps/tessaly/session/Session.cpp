@@ -43,7 +43,7 @@ zelcore::ustring MakeTrouble(const char* keyAndDefault, const AudioFileError& er
 
 }  // namespace
 
-Session::Session() : mIsLooping(false) { mUndo.setUndoLimit(kUndoLimit); }
+Session::Session() : mIsLooping(false), mHasLastingChange(false) { mUndo.setUndoLimit(kUndoLimit); }
 
 Session::~Session() = default;
 
@@ -75,6 +75,7 @@ void Session::SetSound(const std::string& path) {
     } catch (const AudioFileError&) {
         track.sideChainPath.clear();
     }
+    mHasLastingChange = true;
     Replace(track, mEffects);
 }
 
@@ -85,11 +86,8 @@ void Session::SetSideChain(const std::string& path) {
     if (!path.empty() && track.sampleRate == 0)
         throw AudioFileError(track.sideChainPath, "cannot be a side-chain: there is no sound yet");
     if (!path.empty()) OpenSideChain(track);
-    mBeforeFormatChanges();
-    mTrack = track;
-    for (const ChainEffectPtr& effect : mEffects) SetFormatOf(effect);
-    mFormatChanged();
-    mChainChanged();
+    mHasLastingChange = true;
+    Replace(track, mEffects);
 }
 
 void Session::Replace(const Track& track, std::vector<ChainEffectPtr> effects) {
@@ -107,12 +105,17 @@ void Session::SetFormatOf(const ChainEffectPtr& effect) const {
     effect->SetTargetFormat(mTrack.layout, mTrack.sideChain);
 }
 
-void Session::SetLooping(bool looping) { mIsLooping = looping; }
+void Session::SetLooping(bool looping) {
+    if (mIsLooping == looping) return;
+    mIsLooping = looping;
+    mHasLastingChange = true;
+    mDetailsChanged();
+}
 
 // The chain
 
 void Session::SetEffects(const std::vector<ChainEffectPtr>& effects) {
-    // One that comes back may have missed a change of format.
+    // A new one has no format yet.
     for (const ChainEffectPtr& effect : effects) {
         if (std::find(mEffects.begin(), mEffects.end(), effect) == mEffects.end()) SetFormatOf(effect);
     }
@@ -185,7 +188,9 @@ void Session::Save(const std::string& path) {
     SessionFile::Save(fullPath, record);
     mPath = fullPath;
     mSaved = std::move(record);
+    mHasLastingChange = false;
     mUndo.setClean();
+    mDetailsChanged();
 }
 
 Session::Track Session::Reopen(const SessionRecord& record, std::vector<zelcore::ustring>& troubles) {
@@ -222,6 +227,7 @@ std::vector<zelcore::ustring> Session::Load(const std::string& path) {
     SessionRecord saved = MakeRecord(track, record.isLooping, effects);
     mPath = fullPath;
     mIsLooping = record.isLooping;
+    mHasLastingChange = false;
     mSaved = std::move(saved);
     Replace(track, effects);
     return troubles;
@@ -230,6 +236,7 @@ std::vector<zelcore::ustring> Session::Load(const std::string& path) {
 void Session::Clear() {
     mPath.clear();
     mIsLooping = false;
+    mHasLastingChange = false;
     mSaved = SessionRecord();
     Replace(Track(), {});
 }

@@ -31,11 +31,12 @@ public:
     const std::string& GetSoundPath() const { return mTrack.soundPath; }
     const std::string& GetSideChainPath() const { return mTrack.sideChainPath; }
     /// Takes another sound file; every effect gets the format of its channels, the chain stays. A side-chain of another
-    /// sample rate, or that cannot be opened any more, is let go. Throws AudioFileError; nothing has changed then. Not
-    /// undone, and forgets what could be.
+    /// sample rate, or that cannot be opened any more, is let go. Routing is kept where it fits. Throws AudioFileError;
+    /// nothing has changed then. Not undone, and forgets what could be.
     void SetSound(const std::string& path);
     /// An empty path takes it away. Throws AudioFileError, also when its sample rate is not the sound's or there is no
-    /// sound; nothing has changed then.
+    /// sound; nothing has changed then. Routing is kept where it fits. Not undone, and forgets what could be, as the
+    /// routing of other channels is among that.
     void SetSideChain(const std::string& path);
     int GetSampleRate() const { return mTrack.sampleRate; }  ///< Hz; 0 without a sound
     const zelmediatypes::AudioChannelLayout& GetLayout() const { return mTrack.layout; }
@@ -68,6 +69,8 @@ public:
     /// Whether it differs from what was saved or loaded last: also when a plug-in's own state does, which is asked for.
     /// Where windows are does not count.
     bool IsModified() const;
+    /// Whether something was changed since, without asking the plug-ins: what a title shows.
+    bool IsMarkedChanged() const { return mHasLastingChange || !mUndo.isClean(); }
     /// Throws std::runtime_error with the reason; nothing has changed then.
     void Save(const std::string& path);
     /// Replaces everything by what the file holds. Effects whose plug-in is missing stay as such, sounds that cannot be
@@ -84,6 +87,8 @@ public:
     Signal& GetBeforeFormatChangesSignal() { return mBeforeFormatChanges; }
     /// After it did: another sound, side-chain, or a whole other session.
     Signal& GetFormatChangedSignal() { return mFormatChanged; }
+    /// Looping was switched on or off, or the session was saved.
+    Signal& GetDetailsChangedSignal() { return mDetailsChanged; }
     /// Effects came, went, moved, or were bypassed. Also after a change of format.
     Signal& GetChainChangedSignal() { return mChainChanged; }
 
@@ -114,10 +119,12 @@ private:
     std::string mPath;
     Track mTrack;
     bool mIsLooping;
+    bool mHasLastingChange;  ///< one that cannot be undone was made since it was saved or loaded
     std::vector<ChainEffectPtr> mEffects;
     SessionRecord mSaved;  ///< as it was saved or loaded last
     Signal mBeforeFormatChanges;
     Signal mFormatChanged;
+    Signal mDetailsChanged;
     Signal mChainChanged;
     QUndoStack mUndo;
 };

@@ -59,7 +59,10 @@ ChainView::ChainView(Session& session) : mSession(session) {
         mSession.SetBypassed(static_cast<std::size_t>(indexOfTopLevelItem(item)), !on);
     });
     connect(this, &QTreeWidget::itemActivated, this, [this] { mOpen(); });
-    connect(this, &QTreeWidget::currentItemChanged, this, [this] { mChosen(); });
+    connect(this, &QTreeWidget::currentItemChanged, this, [this] {
+        NoteChosen();
+        mChosen();
+    });
     mChainConnection = mSession.GetChainChangedSignal().connect(boost::bind(&ChainView::Refresh, this));
     Refresh();
 }
@@ -74,14 +77,33 @@ void ChainView::Refresh() {
         // whose box is being clicked.
         const QSignalBlocker silence(this);
         const int count = static_cast<int>(mSession.GetEffects().size());
-        const int chosen = std::min(GetCurrentIndex(), count - 1);
+        const int chosen = FindChosen();
         while (topLevelItemCount() > count) delete takeTopLevelItem(topLevelItemCount() - 1);
         while (topLevelItemCount() < count) addTopLevelItem(new QTreeWidgetItem);
         for (int i = 0; i < count; ++i) RefreshRow(i);
         SetCurrentIndex(chosen);
+        NoteChosen();
     }
     viewport()->update();
     mChosen();
+}
+
+/// The row of the chosen effect; of one that is gone, the row that took its place.
+int ChainView::FindChosen() const {
+    const std::vector<ChainEffectPtr>& effects = mSession.GetEffects();
+    const auto found = std::find(effects.begin(), effects.end(), mChosenEffect.lock());
+    if (found != effects.end()) return static_cast<int>(found - effects.begin());
+    return std::min(GetCurrentIndex(), static_cast<int>(effects.size()) - 1);
+}
+
+void ChainView::NoteChosen() {
+    mChosenEffect.reset();
+    if (GetCurrentIndex() >= 0) mChosenEffect = mSession.GetEffects()[static_cast<std::size_t>(GetCurrentIndex())];
+}
+
+void ChainView::ToggleCurrent() {
+    const auto index = static_cast<std::size_t>(GetCurrentIndex());
+    mSession.SetBypassed(index, !mSession.GetEffects()[index]->IsBypassed());
 }
 
 void ChainView::RefreshRow(int index) {
@@ -97,7 +119,7 @@ void ChainView::RefreshRow(int index) {
     const QVariant colour =
         effect.IsMissing() ? QVariant(palette().brush(QPalette::Disabled, QPalette::Text)) : QVariant();
     for (int column = 0; column < kColumnCount; ++column) {
-        item->setToolTip(column, trouble);
+        item->setToolTip(column, ToolTipText(trouble));
         item->setData(column, Qt::ForegroundRole, colour);
     }
     // A screen reader says what a missing effect's colour does.
@@ -121,7 +143,10 @@ void ChainView::RemoveCurrent() {
 
 void ChainView::keyPressEvent(QKeyEvent* event) {
     const bool moves = event->modifiers() & Qt::AltModifier;
-    if (event->key() == Qt::Key_Delete)
+    // Whichever column is the current one.
+    if (event->key() == Qt::Key_Space && event->modifiers() == Qt::NoModifier && GetCurrentIndex() >= 0)
+        ToggleCurrent();
+    else if (event->key() == Qt::Key_Delete)
         RemoveCurrent();
     else if (moves && event->key() == Qt::Key_Up)
         MoveCurrent(-1);

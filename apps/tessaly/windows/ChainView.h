@@ -1,16 +1,18 @@
 #pragma once
 
+#include <memory>
 #include <QTreeWidget>
 
 #include <zelcore/Signals.h>
 
 namespace tessaly {
 
+class ChainEffect;
 class Session;
 
 /// The effects of a session's chain, one a row, in the order in which the sound goes through them. The box in front of
-/// an effect switches it on and off; Return opens it, Delete removes it, Alt with the arrow keys moves it, and so does
-/// dragging. Main thread.
+/// an effect and the space bar switch it on and off; Return opens it, Delete removes it, Alt with the arrow keys moves
+/// it, and so does dragging. Main thread.
 class ChainView final : public QTreeWidget {
 public:
     typedef boost::signal<void()> Signal;
@@ -39,12 +41,16 @@ protected:
 private:
     void Refresh();
     void RefreshRow(int index);
+    int FindChosen() const;
+    void NoteChosen();
+    void ToggleCurrent();
     void MoveTo(int from, int to);
     int GetDropIndex(const QPoint& position) const;
 
     Session& mSession;
     Signal mOpen;
     Signal mChosen;
+    std::weak_ptr<ChainEffect> mChosenEffect;
     boost::signals::scoped_connection mChainConnection;
 };
 

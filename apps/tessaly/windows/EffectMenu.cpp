@@ -1,6 +1,7 @@
 #include "EffectMenu.h"
 
 #include <algorithm>
+#include <QAccessible>
 #include <QApplication>
 #include <QKeyEvent>
 #include <QLabel>
@@ -67,6 +68,7 @@ void EffectMenu::Connect() {
         else
             item->setExpanded(!item->isExpanded());
     });
+    connect(mTree, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem* item) { Announce(item); });
     connect(mScanButton, &QPushButton::clicked, this, [this] {
         hide();
         mScan();
@@ -95,7 +97,7 @@ void EffectMenu::Fill() {
         QTreeWidgetItem* const item = new QTreeWidgetItem(vendor, {effect.name});
         item->setData(0, kIndexRole, static_cast<int>(i));
         item->setData(0, kSearchRole, QStringList{effect.name, effect.vendor, effect.format}.join(QLatin1Char('\n')));
-        item->setToolTip(0, zelui::qt::ToQString(effect.descriptor->GetLocator().GetPath()));
+        item->setToolTip(0, ToolTipText(zelui::qt::ToQString(effect.descriptor->GetLocator().GetPath())));
     }
     mSearch->setVisible(!mEffects.empty());
     mScanButton->setVisible(mEffects.empty());
@@ -166,8 +168,19 @@ void EffectMenu::Step(int direction) {
     if (item != nullptr) mTree->setCurrentItem(item);
 }
 
+void EffectMenu::Announce(const QTreeWidgetItem* item) {
+    // The focus stays in the field, so that the field says what is chosen beside it.
+    QString text;
+    if (IsEffect(item)) text = item->data(0, kSearchRole).toString().replace(QLatin1Char('\n'), QStringLiteral(", "));
+    if (text == mSearch->accessibleDescription()) return;
+    mSearch->setAccessibleDescription(text);
+    QAccessibleValueChangeEvent event(mSearch, text);
+    QAccessible::updateAccessibility(&event);
+}
+
 void EffectMenu::Pick(QTreeWidgetItem* item) {
-    if (!IsEffect(item)) return;
+    // Where one click activates, both signals come.
+    if (!isVisible() || !IsEffect(item)) return;
     const auto descriptor = mEffects[static_cast<std::size_t>(item->data(0, kIndexRole).toInt())].descriptor;
     hide();
     mPicked(*descriptor);

@@ -45,6 +45,7 @@ private:
     bool FilterItem(QTreeWidgetItem* item, const QStringList& words);
     void ChooseFirst();
     void Step(int direction);
+    void Announce(const QTreeWidgetItem* item);
     void Pick(QTreeWidgetItem* item);
 
     QLineEdit* mSearch;

@@ -37,7 +37,9 @@ EditorWindow* EffectWindows::Find(const ChainEffectPtr& effect, EditorKind kind)
     return found == mWindows.end() ? nullptr : found->second.window;
 }
 
-void EffectWindows::Show(const ChainEffectPtr& effect, EditorKind kind) {
+void EffectWindows::Show(const ChainEffectPtr& shown, EditorKind kind) {
+    // The list that `shown` may be in changes when the effect goes while its editor opens.
+    const ChainEffectPtr effect = shown;
     if (effect->IsMissing()) return;
     if (EditorWindow* const window = Find(effect, kind)) {
         window->showNormal();
@@ -62,6 +64,8 @@ void EffectWindows::Show(const ChainEffectPtr& effect, EditorKind kind) {
         window->OpenChannelMap();
     else
         window->Open(kind == kGenericEditor);
+    // It may have been closed while it opened.
+    if (Find(effect, kind) != window) return;
     // Windows that have one size only take no other.
     if (place && place->width > 0 && place->height > 0)
         window->resize(static_cast<int>(place->width), static_cast<int>(place->height));

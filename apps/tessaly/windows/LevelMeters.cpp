@@ -63,7 +63,10 @@ void LevelMeters::Describe() {
     for (std::size_t i = 0; i < mChannels.size(); ++i) {
         const QString level =
             mChannels[i].held > kLowest ? QString::number(std::lround(mChannels[i].held)) : QStringLiteral("-\u221e");
-        texts.append(LocalText("$$$/tessaly/Level=Channel @0: @1 dB", QString::number(i + 1), level));
+        const QString channel = QString::number(i + 1);
+        texts.append(mChannels[i].isOver
+                         ? LocalText("$$$/tessaly/LevelOver=Channel @0: @1 dB, was beyond full scale", channel, level)
+                         : LocalText("$$$/tessaly/Level=Channel @0: @1 dB", channel, level));
     }
     setToolTip(texts.join(QLatin1Char('\n')));
     setAccessibleDescription(texts.join(QStringLiteral(", ")));
@@ -104,9 +107,12 @@ void LevelMeters::Paint(QPainter& painter, const QRectF& bar, const Channel& cha
                      channel.isOver ? kOverColour : palette().color(QPalette::Mid));
 }
 
-void LevelMeters::mousePressEvent(QMouseEvent*) {
+void LevelMeters::ClearOver() {
     for (Channel& channel : mChannels) channel.isOver = false;
+    Describe();
     update();
 }
+
+void LevelMeters::mousePressEvent(QMouseEvent*) { ClearOver(); }
 
 }  // namespace tessaly

@@ -6,7 +6,7 @@
 namespace tessaly {
 
 /// One bar per channel of the track, from silence to full scale in decibels, with the loudest of late held for a while
-/// and a mark for what went beyond full scale, which a click takes away. Main thread.
+/// and a mark for what went beyond full scale, which stays until a click or the next start. Main thread.
 class LevelMeters final : public QWidget {
 public:
     static constexpr float kLowest = -60.0f;  ///< in decibels below full scale, where a bar begins
@@ -17,6 +17,8 @@ public:
     void Advance(const std::vector<float>& peaks);
     /// What is shown of a channel, in decibels; kLowest or below for silence.
     float GetLevel(std::size_t channel) const { return mChannels[channel].level; }
+    /// Forgets what went beyond full scale.
+    void ClearOver();
     bool IsOver(std::size_t channel) const { return mChannels[channel].isOver; }
 
     QSize sizeHint() const override;

@@ -1,5 +1,7 @@
 #include "LocalText.h"
 
+#include <QTextDocument>
+
 namespace tessaly {
 
 QString ErrorText(const std::exception& error) { return QString::fromUtf8(error.what()); }
@@ -8,6 +10,11 @@ QString MenuText(const QString& text) { return QString(text).replace(QLatin1Char
 
 QString TitleText(const QString& text) {
     return QString(text).replace(QStringLiteral("[*]"), QStringLiteral("[*][*]"));
+}
+
+QString ToolTipText(const QString& text) {
+    return Qt::mightBeRichText(text) ? QStringLiteral("<span>") + text.toHtmlEscaped() + QStringLiteral("</span>")
+                                     : text;
 }
 
 }  // namespace tessaly

@@ -24,5 +24,7 @@ QString ErrorText(const std::exception& error);
 /// Text of others (a plug-in's name, a path) for menus and for window titles, where Qt gives "&" and "[*]" a meaning.
 QString MenuText(const QString& text);
 QString TitleText(const QString& text);
+/// The same for tooltips, which Qt shows with markup where a text looks as if it had some.
+QString ToolTipText(const QString& text);
 
 }  // namespace tessaly

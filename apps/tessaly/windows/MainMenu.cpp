@@ -72,12 +72,13 @@ void MainMenu::FillFile() {
 
 void MainMenu::FillRecent(QMenu& menu) {
     menu.setObjectName(QStringLiteral("RecentMenu"));
+    menu.setToolTipsVisible(true);
     MainWindow* const window = &mWindow;
     QObject::connect(&menu, &QMenu::aboutToShow, window, [&menu, window] {
         menu.clear();
         for (const QString& path : WindowSettings::GetRecentSessions()) {
             QAction* const action = menu.addAction(MenuText(QFileInfo(path).fileName()));
-            action->setToolTip(path);
+            action->setToolTip(ToolTipText(path));
             QObject::connect(action, &QAction::triggered, window,
                              [window, path] { window->GetFiles().OpenSession(path.toStdString()); });
         }
@@ -93,9 +94,9 @@ void MainMenu::FillEdit() {
     // Where the words go is each language's own.
     const auto show = [window = &mWindow, stack] {
         ShowStep(*window, "Undo", stack->canUndo(), LocalText("$$$/tessaly/Menu/Undo=&Undo"),
-                 LocalText("$$$/tessaly/Menu/UndoStep=&Undo @0", stack->undoText()));
+                 LocalText("$$$/tessaly/Menu/UndoStep=&Undo @0", MenuText(stack->undoText())));
         ShowStep(*window, "Redo", stack->canRedo(), LocalText("$$$/tessaly/Menu/Redo=&Redo"),
-                 LocalText("$$$/tessaly/Menu/RedoStep=&Redo @0", stack->redoText()));
+                 LocalText("$$$/tessaly/Menu/RedoStep=&Redo @0", MenuText(stack->redoText())));
     };
     QObject::connect(stack, &QUndoStack::indexChanged, &mWindow, show);
     show();

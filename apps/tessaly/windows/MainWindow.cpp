@@ -1,18 +1,22 @@
 #include "MainWindow.h"
 
 #include <algorithm>
+#include <QApplication>
 #include <QCloseEvent>
 #include <QDateTime>
+#include <QDialog>
 #include <QFileInfo>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPushButton>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include <boost/bind/bind.hpp>
 #include <zelaudiofilterhostui/AudioPluginScan.h>
+#include <zelui/Application.h>
 #include <zelui/SupplierInterface.h>
 
 #include "AudioFileFormat.h"
@@ -39,8 +43,22 @@ constexpr QSize kSize(760, 480);
 constexpr int kMargin = 12;
 /// Of silence behind a rendered sound, so that what effects let ring is in it.
 constexpr int kTailSeconds = 2;
+/// In milliseconds: how often it is looked whether the dialogs that were cancelled are gone.
+constexpr int kLookEvery = 20;
 
 QString GetFileName(const std::string& path) { return QFileInfo(QString::fromStdString(path)).fileName(); }
+
+/// Whether there is a dialog, which is then asked to go.
+bool CancelDialog() {
+    QWidget* const widget = QApplication::activeModalWidget();
+    if (widget == nullptr) return false;
+    if (zelui::Application::CancelActiveDialog()) return true;
+    if (QDialog* const dialog = qobject_cast<QDialog*>(widget))
+        dialog->reject();
+    else
+        widget->close();
+    return true;
+}
 
 }  // namespace
 
@@ -58,6 +76,8 @@ MainWindow::MainWindow(CommandLine::Theme theme)
 }
 
 MainWindow::~MainWindow() {
+    // The stack forgets its steps when it goes, and would tell a window that is half gone.
+    disconnect(&mSession.GetUndoStack(), nullptr, this, nullptr);
     mEffectWindows.CloseAll();
     mPlayer.Stop();
     // The session goes before the widgets do, which listen to it.
@@ -66,6 +86,8 @@ MainWindow::~MainWindow() {
 
 void MainWindow::TellOfLostRuns(const std::vector<RunMarker::LostRun>& runs) {
     for (const RunMarker::LostRun& run : runs) {
+        // Nothing was lost with it.
+        if (run.sessionPath.empty() && !run.wasModified) continue;
         const QFileInfo file(QString::fromStdString(run.sessionPath));
         if (!run.sessionPath.empty() && file.exists()) {
             mNotice->Tell(
@@ -100,7 +122,9 @@ void MainWindow::BuildContent() {
 
 QWidget* MainWindow::MakeSoundPanel() {
     SoundPanel* const panel = new SoundPanel(mSession);
-    panel->GetSoundSignal().connect([this](const std::string& path) { mFiles.OpenSound(path); });
+    // What is dropped may be a session as well.
+    panel->GetSoundSignal().connect(
+        [this](const std::string& path) { path.empty() ? mFiles.OpenSound(path) : mFiles.OpenAny(path); });
     panel->GetSideChainSignal().connect([this](const std::string& path) { mFiles.OpenSideChain(path); });
     panel->GetSideChainRemovedSignal().connect([this] { Try([this] { mFiles.RemoveSideChain(); }); });
     return panel;
@@ -156,7 +180,9 @@ void MainWindow::Connect() {
     const auto tell = [this](const zelcore::ustring& text) { mNotice->Tell(ToQString(text)); };
     mPlayer.GetTroubleSignal().connect(tell);
     mFiles.GetTroubleSignal().connect(tell);
+    mFiles.GetBeforeSaveSignal().connect(boost::bind(&EffectWindows::KeepPlaces, &mEffectWindows));
     mSession.GetFormatChangedSignal().connect(boost::bind(&MainWindow::ShowTitle, this));
+    mSession.GetDetailsChangedSignal().connect(boost::bind(&MainWindow::ShowTitle, this));
     connect(&mSession.GetUndoStack(), &QUndoStack::cleanChanged, this, [this] { ShowTitle(); });
 }
 
@@ -165,7 +191,7 @@ void MainWindow::Connect() {
 void MainWindow::ShowTitle() {
     const std::string& path = mSession.GetPath();
     const QString name = path.empty() ? LocalText("$$$/tessaly/Files/Untitled=Untitled") : GetFileName(path);
-    const bool modified = !mSession.GetUndoStack().isClean();
+    const bool modified = mSession.IsMarkedChanged();
     setWindowTitle(TitleText(name) + QStringLiteral("[*] \u2013 ") + LocalText("$$$/tessaly/Name=Tessaly"));
     setWindowModified(modified);
     mMarker.Note(path, modified);
@@ -189,17 +215,9 @@ void MainWindow::Try(const std::function<void()>& action) {
     }
 }
 
-void MainWindow::Save() {
-    mEffectWindows.KeepPlaces();
-    mFiles.Save();
-    ShowTitle();
-}
+void MainWindow::Save() { mFiles.Save(); }
 
-void MainWindow::SaveAs() {
-    mEffectWindows.KeepPlaces();
-    mFiles.SaveAs({});
-    ShowTitle();
-}
+void MainWindow::SaveAs() { mFiles.SaveAs({}); }
 
 void MainWindow::AddEffect() { mEffectMenu->PopUp(*mAddButton); }
 
@@ -238,7 +256,7 @@ void MainWindow::Render(const std::string& path) {
         chosen = mFiles.ChooseNewFile(
             LocalText("$$$/tessaly/Render/Title=Render"),
             LocalText("$$$/tessaly/Files/Sounds=Sound files") + QStringLiteral(" (*.wav *.flac *.aiff *.aif *.ogg)"),
-            QStringLiteral("wav"), suggestion);
+            QStringLiteral(".wav"), suggestion);
     }
     if (chosen.isEmpty()) return;
     mPlayer.Stop();
@@ -280,15 +298,19 @@ void MainWindow::ShowAbout() {
 }
 
 void MainWindow::EndWithoutAsking() {
-    if (mSession.IsModified()) mMarker.Leave();
     mEndsWithoutAsking = true;
+    // Whoever opened the dialog is still at work and uses the window: it closes once they have returned.
+    if (CancelDialog()) {
+        QTimer::singleShot(kLookEvery, this, [this] { EndWithoutAsking(); });
+        return;
+    }
+    if (mSession.IsModified()) mMarker.Leave();
     close();
 }
 
 // Events
 
 void MainWindow::closeEvent(QCloseEvent* event) {
-    mEffectWindows.KeepPlaces();
     if (!mEndsWithoutAsking && !mFiles.MayLoseChanges()) {
         event->ignore();
         return;

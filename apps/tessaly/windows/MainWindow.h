@@ -55,8 +55,8 @@ public:
     void Rewind();
     void ToggleLoop();
     void ShowAbout();
-    /// Ends at once, for somebody who cannot answer questions. Changes that are not saved are lost, and the next start
-    /// says so.
+    /// Ends as soon as it can, for somebody who cannot answer questions: dialogs are cancelled, a render too. Changes
+    /// that are not saved are lost, and the next start says so.
     void EndWithoutAsking();
 
 protected:
@@ -77,11 +77,11 @@ private:
     void ShowChainButtons();
     void WaitForRender(RenderJob& job, const std::string& path);
 
+    RunMarker mMarker;
     Session mSession;
     Player mPlayer;
     EffectWindows mEffectWindows;
     SessionFiles mFiles;
-    RunMarker mMarker;
     bool mEndsWithoutAsking = false;
     NoticeBar* mNotice = nullptr;
     TransportBar* mTransport = nullptr;

@@ -1,6 +1,7 @@
 #include "RenderDialog.h"
 
 #include <QEventLoop>
+#include <QPushButton>
 
 #include "LocalText.h"
 
@@ -14,18 +15,20 @@ constexpr int kSteps = 1000;
 }  // namespace
 
 RenderDialog::RenderDialog(RenderJob& job, const QString& fileName, QWidget* parent)
-    : QProgressDialog(parent), mJob(job) {
+    : QProgressDialog(parent), mJob(job), mCancelButton(new QPushButton(LocalText("$$$/tessaly/Cancel=Cancel"))) {
     setObjectName(QStringLiteral("RenderDialog"));
     setWindowTitle(LocalText("$$$/tessaly/Render/Title=Render"));
     setLabelText(LocalText("$$$/tessaly/Render/Label=Rendering @0", fileName));
-    setCancelButtonText(LocalText("$$$/tessaly/Cancel=Cancel"));
+    setCancelButton(mCancelButton);
     setRange(0, kSteps);
     setWindowModality(Qt::WindowModal);
     setMinimumDuration(0);
     // It goes when the thread has ended, not when a button was pressed.
     setAutoReset(false);
     setAutoClose(false);
-    connect(this, &QProgressDialog::canceled, this, [this] { mJob.Cancel(); });
+    // Its own answer is to hide, and what is behind it could be changed under the thread.
+    disconnect(this, &QProgressDialog::canceled, this, nullptr);
+    connect(this, &QProgressDialog::canceled, this, [this] { reject(); });
 }
 
 void RenderDialog::Wait() {
@@ -35,6 +38,11 @@ void RenderDialog::Wait() {
     while (mJob.GetState() == RenderJob::kRunning) loop.processEvents(QEventLoop::WaitForMoreEvents);
     killTimer(timer);
     hide();
+}
+
+void RenderDialog::reject() {
+    mJob.Cancel();
+    mCancelButton->setEnabled(false);
 }
 
 void RenderDialog::timerEvent(QTimerEvent* event) {

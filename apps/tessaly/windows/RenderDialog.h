@@ -6,6 +6,8 @@
 
 #include "RenderJob.h"
 
+class QPushButton;
+
 namespace tessaly {
 
 /// Shows how far a render is, and cancels it. Main thread.
@@ -17,11 +19,15 @@ public:
     /// Returns when the render has ended, whichever way.
     void Wait();
 
+    /// The user does not want it: it goes once the render has ended, not before.
+    void reject() override;
+
 protected:
     void timerEvent(QTimerEvent* event) override;
 
 private:
     RenderJob& mJob;
+    QPushButton* const mCancelButton;
 };
 
 }  // namespace tessaly

@@ -19,6 +19,10 @@ constexpr int kBlock = 512;
 
 std::runtime_error MakeError(const QString& text) { return std::runtime_error(text.toStdString()); }
 
+bool Fits(const AudioFileReader& file, int sampleRate, const zelmediatypes::AudioChannelLayout& layout) {
+    return file.GetSampleRate() == sampleRate && static_cast<std::size_t>(file.GetChannelCount()) == layout.size();
+}
+
 }  // namespace
 
 RenderJob::RenderJob(Session& session, const std::string& output, std::int64_t tail)
@@ -53,10 +57,26 @@ void RenderJob::OpenInputs(Session& session, const std::string& output) {
     mInput = std::make_unique<AudioFileReader>(session.GetSoundPath());
     if (!session.GetSideChainBus().GetLayout().empty())
         mSideChain = std::make_unique<AudioFileReader>(session.GetSideChainPath());
+    CheckInputs(session);
+}
+
+void RenderJob::CheckInputs(const Session& session) const {
+    // Buffers are as wide as the files, the effects hear what the session has looked at: somebody may have written
+    // another file there since.
+    const bool fits =
+        Fits(*mInput, session.GetSampleRate(), session.GetLayout()) &&
+        (!mSideChain || Fits(*mSideChain, session.GetSampleRate(), session.GetSideChainBus().GetLayout()));
+    if (!fits) {
+        throw MakeError(LocalText(
+            "$$$/tessaly/Player/FileChanged=The sound's file is not the one that was opened: open it again."));
+    }
 }
 
 void RenderJob::FillChain(Session& session) {
-    mChain.SetTargetFormat(session.GetLayout(), session.GetSideChainBus());
+    if (!mChain.SetTargetFormat(session.GetLayout(), session.GetSideChainBus())) {
+        throw MakeError(LocalText(
+            "$$$/tessaly/Render/TooWide=The sound and its side-chain have more channels than effects can take."));
+    }
     for (const ChainEffectPtr& effect : session.GetEffects()) {
         if (!effect->IsMissing() && !effect->IsBypassed()) mChain.Append(effect->GetFilter());
     }

@@ -22,7 +22,8 @@ public:
     enum State { kRunning, kDone, kCancelled, kFailed };
 
     /// Begins. Bypassed and missing effects are left out. `tail` frames of silence follow the sound. Throws
-    /// std::runtime_error when it cannot begin: a file that cannot be read or written, an effect that refuses.
+    /// std::runtime_error when it cannot begin: a file that cannot be read or written, or is not the one that the
+    /// session has opened; an effect that refuses.
     RenderJob(Session& session, const std::string& output, std::int64_t tail);
     /// Cancels what still runs, and leaves no file then.
     ~RenderJob();
@@ -38,6 +39,7 @@ public:
 
 private:
     void OpenInputs(Session& session, const std::string& output);
+    void CheckInputs(const Session& session) const;
     void FillChain(Session& session);
     void Run();
 

@@ -4,6 +4,7 @@
 #include <QFileInfo>
 #include <QMessageBox>
 #include <QPushButton>
+#include <stdexcept>
 
 #include "LocalText.h"
 #include "Session.h"
@@ -49,26 +50,53 @@ bool SessionFiles::OpenSession(const std::string& path) {
         ShowError(ErrorText(error));
         return false;
     }
-    WindowSettings::AddRecentSession(chosen);
+    NoteRecent();
     return true;
 }
 
 bool SessionFiles::Save() { return mSession.GetPath().empty() ? SaveAs(std::string()) : SaveAs(mSession.GetPath()); }
 
 bool SessionFiles::SaveAs(const std::string& path) {
-    const QString chosen =
-        path.empty() ? ChooseNewFile(LocalText("$$$/tessaly/Files/SaveSession=Save Session"), GetSessionFilter(),
-                                     QLatin1String(kSuffix), LocalText("$$$/tessaly/Files/Untitled=Untitled"))
-                     : QString::fromStdString(path);
+    const QString chosen = path.empty() ? ChooseNewSession() : QString::fromStdString(path);
     if (chosen.isEmpty()) return false;
+    mBeforeSave();
     try {
         mSession.Save(chosen.toStdString());
     } catch (const std::exception& error) {
         ShowError(ErrorText(error));
         return false;
     }
-    WindowSettings::AddRecentSession(chosen);
+    NoteRecent();
     return true;
+}
+
+void SessionFiles::NoteRecent() const {
+    // The full path, which is the same from every folder.
+    WindowSettings::AddRecentSession(QString::fromStdString(mSession.GetPath()));
+}
+
+QString SessionFiles::ChooseNewSession() const {
+    const QString suffix = QLatin1String(kSuffix);
+    const QString chosen = ChooseNewFile(LocalText("$$$/tessaly/Files/SaveSession=Save Session"), GetSessionFilter(),
+                                         suffix, LocalText("$$$/tessaly/Files/Untitled=Untitled"));
+    if (chosen.isEmpty() || chosen.endsWith(suffix, Qt::CaseInsensitive)) return chosen;
+    // The dialog takes what is behind a dot in a name for its ending, and has asked about a file of that name alone.
+    return MayReplace(chosen + suffix) ? chosen + suffix : QString();
+}
+
+bool SessionFiles::MayReplace(const QString& path) const {
+    if (!QFileInfo::exists(path)) return true;
+    QMessageBox question(
+        QMessageBox::Warning, LocalText("$$$/tessaly/Name=Tessaly"),
+        LocalText("$$$/tessaly/Files/Exists=There is a file \"@0\" already.", QFileInfo(path).fileName()),
+        QMessageBox::NoButton, &mWindow);
+    question.setObjectName(QStringLiteral("Replace"));
+    question.setTextFormat(Qt::PlainText);
+    QPushButton* const replace =
+        question.addButton(LocalText("$$$/tessaly/Files/Replace=Replace"), QMessageBox::DestructiveRole);
+    question.setDefaultButton(question.addButton(LocalText("$$$/tessaly/Cancel=Cancel"), QMessageBox::RejectRole));
+    question.exec();
+    return question.clickedButton() == replace;
 }
 
 bool SessionFiles::ChangeSound(const std::string& path, const QString& title,
@@ -85,7 +113,14 @@ bool SessionFiles::ChangeSound(const std::string& path, const QString& title,
 }
 
 bool SessionFiles::OpenSound(const std::string& path) {
-    return ChangeSound(path, LocalText("$$$/tessaly/Files/OpenSound=Open Sound"), &Session::SetSound);
+    const std::string sideChain = mSession.GetSideChainPath();
+    if (!ChangeSound(path, LocalText("$$$/tessaly/Files/OpenSound=Open Sound"), &Session::SetSound)) return false;
+    if (mSession.GetSideChainPath().empty() && !sideChain.empty()) {
+        mTrouble(zelui::qt::FromQString(
+            LocalText("$$$/tessaly/Files/SideChainLetGo=The side-chain @0 does not fit this sound and was removed.",
+                      GetFileName(sideChain))));
+    }
+    return true;
 }
 
 bool SessionFiles::OpenSideChain(const std::string& path) {
@@ -134,7 +169,8 @@ QString SessionFiles::ChooseNewFile(const QString& title, const QString& filter,
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setFileMode(QFileDialog::AnyFile);
     dialog.setDefaultSuffix(suffix);
-    dialog.selectFile(suggestion);
+    // With its ending, as a dot in the name would be taken for one.
+    dialog.selectFile(suggestion + suffix);
     if (dialog.exec() != QDialog::Accepted) return QString();
     const QString chosen = dialog.selectedFiles().value(0);
     WindowSettings::SetFolder(QFileInfo(chosen).absolutePath());
@@ -142,6 +178,7 @@ QString SessionFiles::ChooseNewFile(const QString& title, const QString& filter,
 }
 
 void SessionFiles::ShowError(const QString& text) const {
+    if (mIsUnattended) throw std::runtime_error(text.toStdString());
     QMessageBox box(QMessageBox::Warning, LocalText("$$$/tessaly/Name=Tessaly"), text, QMessageBox::Ok, &mWindow);
     box.setObjectName(QStringLiteral("Error"));
     box.setTextFormat(Qt::PlainText);

@@ -17,6 +17,7 @@ class Session;
 class SessionFiles {
 public:
     typedef boost::signal<void(const zelcore::ustring&)> TroubleSignal;
+    typedef boost::signal<void()> Signal;
 
     static const char* const kSuffix;  ///< of session files: ".tessaly"
 
@@ -36,21 +37,31 @@ public:
     /// False when there are unsaved changes that the user does not want to lose, or could not be saved.
     bool MayLoseChanges();
 
-    /// Where something new is to be written, as the user says; empty when they do not want to.
+    /// Where something new is to be written, as the user says; empty when they do not want to. `suffix` has its dot,
+    /// and goes behind `suggestion`; a name that the user gives another ending keeps that.
     QString ChooseNewFile(const QString& title, const QString& filter, const QString& suffix,
                           const QString& suggestion) const;
     void ShowError(const QString& text) const;
+    /// With nobody there to read them, errors are thrown as std::runtime_error instead of shown.
+    void SetUnattended(bool unattended) { mIsUnattended = unattended; }
 
-    /// What a session that was opened has to tell, one sentence at a time.
+    /// What the user should know of what was opened, one sentence at a time.
     TroubleSignal& GetTroubleSignal() { return mTrouble; }
+    /// Before the session is saved: what is to be kept with it goes into it now.
+    Signal& GetBeforeSaveSignal() { return mBeforeSave; }
 
 private:
     QString ChooseFile(const QString& title, const QString& filter) const;
+    QString ChooseNewSession() const;
+    bool MayReplace(const QString& path) const;
+    void NoteRecent() const;
     bool ChangeSound(const std::string& path, const QString& title, void (Session::*change)(const std::string&));
 
     Session& mSession;
     QWidget& mWindow;
+    bool mIsUnattended = false;
     TroubleSignal mTrouble;
+    Signal mBeforeSave;
 };
 
 }  // namespace tessaly

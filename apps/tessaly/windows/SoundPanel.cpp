@@ -88,9 +88,9 @@ SoundPanel::SoundPanel(Session& session)
 
 void SoundPanel::Refresh() {
     mSoundText->setText(DescribeSound(mSession));
-    mSoundText->setToolTip(QString::fromStdString(mSession.GetSoundPath()));
+    mSoundText->setToolTip(ToolTipText(QString::fromStdString(mSession.GetSoundPath())));
     mSideChainText->setText(DescribeSideChain(mSession));
-    mSideChainText->setToolTip(QString::fromStdString(mSession.GetSideChainPath()));
+    mSideChainText->setToolTip(ToolTipText(QString::fromStdString(mSession.GetSideChainPath())));
     mSideChainButton->setEnabled(mSession.GetSampleRate() > 0);
     mRemoveButton->setEnabled(!mSession.GetSideChainPath().empty());
 }

@@ -39,6 +39,9 @@ QString FormatTime(int milliseconds) {
     return QStringLiteral("%1:%2:%3").arg(minutes / 60).arg(minutes % 60, 2, 10, QLatin1Char('0')).arg(seconds);
 }
 
+/// The same for screen readers, which are told of a change once a second.
+QString FormatSeconds(int milliseconds) { return FormatTime(milliseconds).section(QLatin1Char('.'), 0, 0); }
+
 }  // namespace
 
 TransportBar::TransportBar(Session& session, Player& player)
@@ -60,7 +63,6 @@ TransportBar::TransportBar(Session& session, Player& player)
     mPosition->setSingleStep(kArrowStep);
     mPosition->setPageStep(kPageStep);
     mTime->setObjectName(QStringLiteral("Time"));
-    mTime->setAccessibleName(LocalText("$$$/tessaly/Time=Time"));
     layout->addWidget(mPosition, 3);
     layout->addWidget(mTime);
     layout->addWidget(mMeters, 2);
@@ -87,7 +89,11 @@ void TransportBar::Connect() {
     connect(mPosition, &QSlider::valueChanged, this, [this](int milliseconds) {
         mPlayer.Seek(static_cast<std::int64_t>(milliseconds) * mPlayer.GetSampleRate() / 1000);
     });
-    mStateConnection = mPlayer.GetStateChangedSignal().connect(boost::bind(&TransportBar::Refresh, this));
+    mStateConnection = mPlayer.GetStateChangedSignal().connect([this] {
+        if (mPlayer.IsPlaying()) mMeters->ClearOver();
+        Refresh();
+    });
+    mDetailsConnection = mSession.GetDetailsChangedSignal().connect(boost::bind(&TransportBar::Refresh, this));
     mFormatConnection = mSession.GetFormatChangedSignal().connect(boost::bind(&TransportBar::Refresh, this));
 }
 
@@ -103,10 +109,7 @@ void TransportBar::Rewind() {
     ShowPosition();
 }
 
-void TransportBar::ToggleLoop() {
-    mSession.SetLooping(!mSession.IsLooping());
-    Refresh();
-}
+void TransportBar::ToggleLoop() { mSession.SetLooping(!mSession.IsLooping()); }
 
 void TransportBar::Refresh() {
     if (mLoop == nullptr) return;
@@ -133,9 +136,18 @@ void TransportBar::ShowPosition() {
         mPosition->setValue(position);
     }
     mTime->setText(FormatTime(position) + QStringLiteral(" / ") + FormatTime(length));
+    Describe(FormatSeconds(position), FormatSeconds(length));
     // Digits move the slider's end no more than the length itself does.
     mTime->setMinimumWidth(
         mTime->fontMetrics().horizontalAdvance(FormatTime(length) + QStringLiteral(" / ") + FormatTime(length)) + 4);
+}
+
+void TransportBar::Describe(const QString& position, const QString& length) {
+    const QString name = LocalText("$$$/tessaly/TimeOf=Time: @0 of @1", position, length);
+    // Screen readers are told of each change.
+    if (name == mTime->accessibleName()) return;
+    mTime->setAccessibleName(name);
+    mPosition->setAccessibleDescription(position);
 }
 
 void TransportBar::timerEvent(QTimerEvent*) {

@@ -33,6 +33,7 @@ private:
     void Connect();
     void Refresh();
     void ShowPosition();
+    void Describe(const QString& position, const QString& length);
 
     Session& mSession;
     Player& mPlayer;
@@ -44,6 +45,7 @@ private:
     LevelMeters* mMeters;
     boost::signals::scoped_connection mStateConnection;
     boost::signals::scoped_connection mFormatConnection;
+    boost::signals::scoped_connection mDetailsConnection;
 };
 
 }  // namespace tessaly

@@ -1,11 +1,13 @@
 #pragma once
 
 #include <atomic>
+#include <thread>
 
 namespace zelaudiofilterhost {
 
 /// Keeps the sound thread out of a plug-in while the main thread does with it what few plug-ins stand beside a block.
-/// The sound thread does not wait: it is turned away. The main thread waits for the block that is under way.
+/// The sound thread does not wait: it is turned away. The main thread waits for the block that is under way, and for no
+/// other, however closely they follow each other.
 class BlockGate {
 public:
     BlockGate() = default;
@@ -36,7 +38,8 @@ public:
         Closed(const Closed&) = delete;
         Closed& operator=(const Closed&) = delete;
 
-        /// False when it was closed already: this is called from within what it was closed for.
+        /// False when it was closed already: this is called from within what it was closed for. False also, and the
+        /// gate is as it was, when this is called from within a block.
         bool IsFirst() const { return mIsFirst; }
 
     private:
@@ -45,11 +48,13 @@ public:
     };
 
 private:
-    enum class State { kFree, kInBlock, kClosed };
+    enum StateBits : unsigned { kInBlock = 1, kClosed = 2 };
 
-    bool TryChange(State to) noexcept;
+    bool TryEnter() noexcept;
+    bool TryClose();
 
-    std::atomic<State> mState{State::kFree};
+    std::atomic<unsigned> mState{0};  ///< of StateBits
+    std::atomic<std::thread::id> mBlockThread{};
     bool mIsClosed = false;  ///< main thread
 };
 

@@ -37,7 +37,7 @@ Vst3AudioFilter::~Vst3AudioFilter() {
 
 AudioFilter::State Vst3AudioFilter::GetState() const {
     const boost::intrusive_ptr<const AudioFilter> self(this);
-    const std::optional<StateEnvelope> state = Vst3State::Read(mInstance, mParameters);
+    const std::optional<StateEnvelope> state = Vst3State::Read(mInstance, mParameters, mProcessor.GetGate());
     return state ? state->Pack(mComponentId) : State();
 }
 

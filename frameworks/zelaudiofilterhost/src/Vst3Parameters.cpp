@@ -142,7 +142,11 @@ void Vst3Parameters::SetAll(const Values& values) {
 void Vst3Parameters::Renew() {
     if (mController == nullptr) return;
     mFromProcessor.Take(mFromProcessor.GetCapacity(), [](Vst::ParamID, double) {});
-    mToProcessor.ForEachWaiting([this](Vst::ParamID id, double) { mToProcessor.Put(id, Ask(id)); });
+    // Without blocks this side may receive. The processor has its values already; a controller that learned nothing of
+    // them would only undo them.
+    mToProcessor.Take(mToProcessor.GetCapacity(), [](Vst::ParamID, double) {});
+    mShown.clear();
+    mListedCount = 0;
 }
 
 bool Vst3Parameters::Find(int index, Vst::ParameterInfo& info) const {

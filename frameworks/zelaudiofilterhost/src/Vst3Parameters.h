@@ -14,9 +14,9 @@ namespace zelaudiofilterhost {
 
 /// The parameters of one VST3 effect as its edit controller tells them, and their way between the controller and the
 /// processor. The controller is asked each time: a parameter may be renamed, moved or gone at any time, and what is not
-/// kept needs no telling. Only which ones are for people to see is kept, for as long as their number stays: those that
-/// plug-ins hide, for the buffer size and the like, count for nothing. Main thread; no exception of the plug-in's comes
-/// out.
+/// kept needs no telling. Only which ones are for people to see is kept, until their number changes or Renew: those
+/// that plug-ins hide, for the buffer size and the like, count for nothing. Main thread; no exception of the plug-in's
+/// comes out.
 class Vst3Parameters {
 public:
     /// Ids and normalised values.
@@ -42,8 +42,8 @@ public:
     Values GetWaiting() const;
     /// Tells the controller and the processor; ids that are not there (any more) are left out.
     void SetAll(const Values& values);
-    /// The plug-in has got other values by itself: what was on its way to the processor becomes these, what was on its
-    /// way from it is dropped. Never beside a block.
+    /// Both halves of the plug-in have got other values: what was on its way to the processor or from it is dropped,
+    /// and which parameters are for people to see is found out anew. Never beside a block.
     void Renew();
 
     /// Where processing takes the values for the processor from: received there.

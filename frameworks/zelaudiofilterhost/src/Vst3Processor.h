@@ -43,7 +43,7 @@ public:
     /// AudioFilter::ProcessEffect. Sound thread.
     void Process(const float* const* inputs, float* const* outputs, int frames);
     /// While it is closed, Process gives silence.
-    BlockGate& GetGate() { return mGate; }
+    BlockGate& GetGate() const { return mGate; }
 
 private:
     /// How far Activate has come.
@@ -73,7 +73,7 @@ private:
     Steinberg::int64 mFramesSoFar = 0;
     Stage mStage = Stage::kStopped;
     std::atomic<bool> mRunning{false};
-    BlockGate mGate;
+    mutable BlockGate mGate;  ///< closed by who only reads, too
 };
 
 }  // namespace zelaudiofilterhost

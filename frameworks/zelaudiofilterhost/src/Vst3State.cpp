@@ -3,6 +3,7 @@
 #include <bit>
 #include <utility>
 
+#include "BlockGate.h"
 #include "PluginCall.h"
 #include "StateBytes.h"
 #include "Vst3Instance.h"
@@ -60,6 +61,13 @@ std::optional<Values> UnpackValues(const Bytes& bytes) {
     return values;
 }
 
+// Before the component is asked: what a block takes to it from now on is in its state, too, and that twice is harmless.
+// Between blocks: a value that one has taken and not told the component yet is in neither.
+Values ReadWaiting(const Vst3Parameters& parameters, BlockGate& gate) {
+    const BlockGate::Closed closed(gate);
+    return parameters.GetWaiting();
+}
+
 bool WriteComponent(const Bytes& bytes, const Vst3Instance& instance) {
     const auto stream = MakeStream(bytes);
     return CallPlugin("when it was given its state",
@@ -79,11 +87,13 @@ void WriteController(const StateEnvelope& state, const Vst3Instance& instance) {
 
 }  // namespace
 
-std::optional<StateEnvelope> Vst3State::Read(const Vst3Instance& instance, const Vst3Parameters& parameters) {
+std::optional<StateEnvelope> Vst3State::Read(const Vst3Instance& instance, const Vst3Parameters& parameters,
+                                             BlockGate& gate) {
     try {
+        const Values waiting = ReadWaiting(parameters, gate);
         Bytes component = ReadHalf(instance.GetComponent());
         Bytes controller = instance.GetController() != nullptr ? ReadHalf(*instance.GetController()) : Bytes();
-        const Values values = component.empty() ? parameters.GetAll() : parameters.GetWaiting();
+        const Values values = component.empty() ? parameters.GetAll() : waiting;
         return StateEnvelope{StateEnvelope::kVst3Parts,
                              {std::move(component), std::move(controller), PackValues(values)}};
     } catch (...) {

@@ -6,6 +6,7 @@
 
 namespace zelaudiofilterhost {
 
+class BlockGate;
 class Vst3Instance;
 class Vst3Parameters;
 
@@ -14,8 +15,9 @@ class Vst3Parameters;
 /// Main thread; no exception of the effect's comes out.
 class Vst3State {
 public:
-    /// Nothing when the effect fails.
-    static std::optional<StateEnvelope> Read(const Vst3Instance& instance, const Vst3Parameters& parameters);
+    /// Nothing when the effect fails. Beside blocks, too: `gate` is closed for a moment.
+    static std::optional<StateEnvelope> Read(const Vst3Instance& instance, const Vst3Parameters& parameters,
+                                             BlockGate& gate);
 
     /// Looks at the bytes alone.
     static bool IsFit(const StateEnvelope& state);

@@ -63,22 +63,30 @@ void DialogLayoutPlace::TakeDecisions(const PointF& size) {
     if (!mLaysOutChildren) return;
     for (DialogLayoutPlace& child : mChildren) {
         if (!IsHere(child)) continue;
-        child.TakeDecision(size);
-        child.TakeDecisions({child.mLast.width, child.mLast.height});
+        child.TakeDecision(size, child.mAdded);
+        child.TakeDecisions(child.GetOwnSize());
     }
 }
 
-void DialogLayoutPlace::TakeDecision(const PointF& parentSize) {
+PointF DialogLayoutPlace::GetOwnSize() const { return {mLast.width, std::max(mLast.height - mAdded.height, 0.0f)}; }
+
+void DialogLayoutPlace::TakeDecision(const PointF& parentSize, const RectF& added) {
     const RectF frame = mNode->UI_GetLocalRectF();
-    // Each axis for itself: a program that moves a node to the left decides nothing about its height.
+    if (frame.left != mLast.left) mAdded.left = added.left;
+    if (frame.top != mLast.top) mAdded.top = added.top;
+    if (frame.height != mLast.height) mAdded.height = added.height;
+    // What was made narrower is as wide as there is room, whatever it would be otherwise.
+    if (frame.width != mLast.width) mAdded.width = 0.0f;
+    // Each axis for itself: a program that moves a node to the left decides nothing about its height. Without what
+    // layouts add, as the next one adds it again.
     if (frame.left != mLast.left || frame.width != mLast.width) {
-        mDecided.left = frame.left;
-        mDecided.width = frame.width;
+        mDecided.left = frame.left - mAdded.left;
+        mDecided.width = frame.width - mAdded.width;
         mParentThen.x = parentSize.x;
     }
     if (frame.top != mLast.top || frame.height != mLast.height) {
-        mDecided.top = frame.top;
-        mDecided.height = frame.height;
+        mDecided.top = frame.top - mAdded.top;
+        mDecided.height = std::max(frame.height - mAdded.height, 0.0f);
         mParentThen.y = parentSize.y;
     }
     mLast = frame;
@@ -91,6 +99,7 @@ float DialogLayoutPlace::SpreadAcross(float width) {
     for (DialogLayoutPlace& child : mChildren) {
         child.mLine = 0;
         child.mDown = 0.0f;
+        child.mAdds = RectF();
         Follow({child.mDecided.left, child.mDecided.width, child.mParentThen.x}, child.mHorizontal, width,
                child.mNext.left, child.mNext.width);
     }
@@ -117,28 +126,33 @@ void DialogLayoutPlace::BreakLines(float width) {
     const DialogLayoutLines lines(children, width - std::min(mDecided.width - end, kSmallestMargin));
     for (std::size_t i = 0; i < mChildren.size(); ++i) {
         mChildren[i].mLine = lines.GetLine(i);
+        mChildren[i].mAdds.left = lines.GetLeft(i) - mChildren[i].mNext.left;
         mChildren[i].mNext.left = lines.GetLeft(i);
     }
 }
 
 // Constraints know nothing of what keeps its size in a parent that becomes too narrow for it. A row can do with less,
 // by breaking into lines, and of what stands among others below each other the text alone has to be seen.
-void DialogLayoutPlace::Narrow(DialogLayoutPlace& child, float width) const {
+void DialogLayoutPlace::Narrow(DialogLayoutPlace& child, float parentWidth) const {
     if (child.mHorizontal != SpanKind::kStays || (!child.IsRow() && mFlow != DialogFlow::kVertical)) return;
     const float margin = std::min(child.mParentThen.x - child.mDecided.Right(), kSmallestMargin);
-    const float room = width - margin - child.mNext.left;
+    const float room = parentWidth - margin - child.mNext.left;
     if (child.mNext.width <= room) return;
-    child.mNext.width = std::max(room, std::min(GetTextNeed(*child.mNode).x, child.mNext.width));
+    const float width = std::max(room, std::min(GetTextNeed(*child.mNode).x, child.mNext.width));
+    child.mAdds.width = width - child.mNext.width;
+    child.mNext.width = width;
 }
 
-// Every line is as high as the row was with all of them on it, and as much higher as what grows on it takes.
+// Every line is as high as the row was with all of them on it, and as much higher as what grows on it takes. All of
+// them, also those that are hidden just now: otherwise the height depended on whether they are hidden before or after a
+// layout.
 float DialogLayoutPlace::StackLines() {
     std::size_t lineCount = 1;
     float top = mDecided.height;
     float bottom = 0.0f;
     for (const DialogLayoutPlace& child : mChildren) {
-        if (!IsSeen(child)) continue;
-        lineCount = std::max(lineCount, child.mLine + 1);
+        if (!IsHere(child)) continue;
+        if (IsSeen(child)) lineCount = std::max(lineCount, child.mLine + 1);
         top = std::min(top, child.mDecided.top);
         bottom = std::max(bottom, child.mDecided.Bottom());
     }
@@ -173,10 +187,13 @@ DialogLayoutAxis DialogLayoutPlace::MakeAxisDown(float height) {
 void DialogLayoutPlace::PlaceDown(float height, float ownHeight) {
     if (!mLaysOutChildren) return;
     const std::vector<Span> spans = MakeAxisDown(ownHeight).Arrange(height);
-    const PointF size{mNode->UI_GetLocalRectF().width, height};
+    const PointF size{mNode->UI_GetLocalRectF().width, ownHeight};
     for (std::size_t i = 0; i < mChildren.size(); ++i) {
         DialogLayoutPlace& child = mChildren[i];
-        child.mNext.top = spans[i].start + child.mDown;
+        const float top = spans[i].start + child.mDown;
+        child.mAdds.top = top - child.mNext.top;
+        child.mAdds.height = spans[i].size - child.mNext.height;
+        child.mNext.top = top;
         child.mNext.height = spans[i].size;
         if (IsHere(child)) Place(child, size);
     }
@@ -185,12 +202,13 @@ void DialogLayoutPlace::PlaceDown(float height, float ownHeight) {
 void DialogLayoutPlace::Place(DialogLayoutPlace& child, const PointF& size) {
     // Whoever was told of another frame has set this one's just now.
     if (child.mNode->UI_GetLocalRectF() != child.mLast) {
-        child.TakeDecision(size);
+        child.TakeDecision(size, child.mAdds);
         child.SpreadAcross(child.mLast.width);
-        child.PlaceDown(child.mLast.height, child.mLast.height);
+        child.PlaceDown(child.mLast.height, child.GetOwnSize().y);
         return;
     }
     child.mLast = child.mNext;
+    child.mAdded = child.mAdds;
     child.mNode->UI_SetLocalRectF(child.mNext);
     child.PlaceDown(child.mNext.height, child.mOwnHeight);
 }

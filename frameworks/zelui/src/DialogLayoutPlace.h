@@ -14,7 +14,7 @@ namespace zelui {
 
 /// A node in the layout of a dialog: the frame that somebody decided for it last, in a parent of which size that was,
 /// and the frame that it was given last. A layout takes what was decided meanwhile over, then goes across, which tells
-/// what has to be how high, then down.
+/// what has to be how high, then down. What is decided is a frame as it is when no row is broken and nothing has grown.
 class DialogLayoutPlace {
 public:
     /// The frames that the nodes have now are decided.
@@ -22,7 +22,8 @@ public:
 
     const boost::intrusive_ptr<ui::UI_Node>& GetNode() const { return mNode; }
 
-    /// Takes frames that the program has set since the last layout for decided. `size` is what this one had in it.
+    /// Takes frames that the program has set since the last layout for decided. `size` is what this one had in it,
+    /// without what it had grown.
     void TakeDecisions(const zelcore::geom::PointF& size);
     /// Finds out where the children stand across a width, and on which lines. What it returns is missing in height.
     float SpreadAcross(float width);
@@ -33,9 +34,10 @@ private:
     bool IsHere(const DialogLayoutPlace& child) const;
     bool IsSeen(const DialogLayoutPlace& child) const;
     bool IsRow() const { return mFlow == DialogFlow::kHorizontal && mLaysOutChildren && !mChildren.empty(); }
-    void TakeDecision(const zelcore::geom::PointF& parentSize);
+    zelcore::geom::PointF GetOwnSize() const;
+    void TakeDecision(const zelcore::geom::PointF& parentSize, const zelcore::geom::RectF& added);
     void BreakLines(float width);
-    void Narrow(DialogLayoutPlace& child, float width) const;
+    void Narrow(DialogLayoutPlace& child, float parentWidth) const;
     float StackLines();
     DialogLayoutAxis MakeAxisDown(float height);
     void Place(DialogLayoutPlace& child, const zelcore::geom::PointF& size);
@@ -50,9 +52,11 @@ private:
     zelcore::geom::RectF mDecided;
     zelcore::geom::PointF mParentThen;
     zelcore::geom::RectF mLast;
+    zelcore::geom::RectF mAdded;  ///< in mLast, beyond what follows from the decided frame and the parent's size
 
     // Of the layout that is under way
     zelcore::geom::RectF mNext;
+    zelcore::geom::RectF mAdds;  ///< as mAdded, in mNext
     float mMissingHeight = 0.0f;
     float mOwnHeight = 0.0f;
     std::size_t mLine = 0;

@@ -53,6 +53,27 @@ TEST_F(ChainViewTest, TheSpaceBarSwitchesAnEffectOffAndOn) {
     EXPECT_EQ(mView.topLevelItem(1)->text(3), "");
 }
 
+TEST_F(ChainViewTest, TheSpaceBarSwitchesWhicheverColumnIsTheCurrentOne) {
+    mView.setCurrentItem(mView.topLevelItem(2), 2);
+    Press(Qt::Key_Space);
+    EXPECT_TRUE(IsBypassed(2));
+    Press(Qt::Key_Space);
+    EXPECT_FALSE(IsBypassed(2));
+}
+
+TEST_F(ChainViewTest, TheChosenEffectStaysChosenWhereverItGoes) {
+    mView.SetCurrentIndex(0);
+    mWindow->GetSession().Move(0, 2);
+    EXPECT_EQ(mView.GetCurrentIndex(), 2);
+    Trigger("Undo");
+    EXPECT_EQ(mView.GetCurrentIndex(), 0);
+    mView.SetCurrentIndex(1);
+    mWindow->GetSession().Remove(0);
+    EXPECT_EQ(mView.GetCurrentIndex(), 0);
+    Trigger("Undo");
+    EXPECT_EQ(mView.GetCurrentIndex(), 1);
+}
+
 TEST_F(ChainViewTest, AClickIntoTheBoxSwitchesAnEffectOff) {
     const QRect row = mView.visualItemRect(mView.topLevelItem(0));
     QTest::mouseClick(mView.viewport(), Qt::LeftButton, {}, QPoint(row.left() + 10, row.center().y()));

@@ -110,6 +110,25 @@ TEST_F(EffectMenuTest, AClickAdds) {
     EXPECT_EQ(GetChain(), std::vector<std::string>({"Zel Gain 3"}));
 }
 
+TEST_F(EffectMenuTest, AClickThatActivatesAsWellAddsOnlyOnce) {
+    Open();
+    Type("gain 3");
+    QTreeWidget* const tree = Find<QTreeWidget>("EffectTree");
+    // As styles do it whose items open at the first click.
+    Q_EMIT tree->itemClicked(tree->currentItem(), 0);
+    Q_EMIT tree->itemActivated(tree->currentItem(), 0);
+    EXPECT_EQ(GetChain(), std::vector<std::string>({"Zel Gain 3"}));
+}
+
+TEST_F(EffectMenuTest, TheFieldThatHasTheFocusSaysWhatIsChosen) {
+    Open();
+    EXPECT_EQ(GetSearch()->accessibleDescription(), "");
+    Press(Qt::Key_Down);
+    EXPECT_EQ(GetSearch()->accessibleDescription(), "Zel Gain 3, Zel Test Plug-ins, VST3");
+    Type("no such effect");
+    EXPECT_EQ(GetSearch()->accessibleDescription(), "");
+}
+
 TEST_F(EffectMenuTest, SaysWhenNothingMatchesAndForgetsTheSearch) {
     Open();
     Type("no such effect");

@@ -69,6 +69,16 @@ TEST_F(EffectWindowsTest, PlacesAreKeptWithTheSession) {
     EXPECT_EQ(Open(tessaly::kChannelMapEditor)->pos(), QPoint(33, 44));
 }
 
+TEST_F(EffectWindowsTest, PlacesAreKeptByWhateverSavesTheSession) {
+    ASSERT_TRUE(mWindow->GetFiles().SaveAs(mFolder.Path("a.tessaly")));
+    Open(tessaly::kChannelMapEditor)->move(33, 44);
+    AddEffect("Zel Gain 3");
+    ASSERT_TRUE(mWindow->GetFiles().Save());
+    mWindow->GetEffectWindows().CloseAll();
+    ASSERT_TRUE(mWindow->GetFiles().OpenSession(mFolder.Path("a.tessaly")));
+    EXPECT_EQ(Open(tessaly::kChannelMapEditor)->pos(), QPoint(33, 44));
+}
+
 TEST_F(EffectWindowsTest, AnEffectThatIsRemovedTakesItsWindowsWithIt) {
     const QPointer<EditorWindow> parameters = Open(tessaly::kGenericEditor);
     mWindow->GetChainView().RemoveCurrent();

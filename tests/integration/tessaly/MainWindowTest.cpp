@@ -7,8 +7,10 @@
 #include <gmock/gmock.h>
 #include <QAccessible>
 #include <QApplication>
+#include <QDialog>
 #include <QDropEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -23,6 +25,7 @@
 #include "../render/Sound.h"
 #include "ChainView.h"
 #include "LevelMeters.h"
+#include "LocalText.h"
 #include "WindowSettings.h"
 #include "WindowStage.h"
 
@@ -94,6 +97,31 @@ TEST_F(MainWindowTest, ASoundIsOpenedByDroppingItAnywhereAndASideChainOnItsLine)
     EXPECT_EQ(mWindow->GetSession().GetSideChainPath(), GetSideChain());
 }
 
+TEST_F(MainWindowTest, ASessionThatIsDroppedOnTheSoundsLineIsOpened) {
+    mWindow->GetFiles().OpenSound(GetSound());
+    ASSERT_TRUE(mWindow->GetFiles().SaveAs(mFolder.Path("a.tessaly")));
+    mWindow->GetSession().Clear();
+    Drop(*Find("SoundPanel"), QPointF(5, 3), mFolder.Path("a.tessaly"));
+    EXPECT_EQ(mWindow->GetSession().GetPath(), mFolder.Path("a.tessaly"));
+    EXPECT_EQ(mWindow->GetSession().GetSoundPath(), GetSound());
+}
+
+TEST_F(MainWindowTest, ASideChainThatDoesNotFitANewSoundIsToldOf) {
+    mWindow->GetFiles().OpenSound(GetSound());
+    mWindow->GetFiles().OpenSideChain(GetSideChain());
+    mWindow->GetFiles().OpenSound(GetSound());
+    EXPECT_EQ(GetNotice(), "");
+    std::filesystem::remove(GetSideChain());
+    mWindow->GetFiles().OpenSound(GetSound());
+    EXPECT_THAT(GetNotice(), HasSubstr("key.wav does not fit"));
+}
+
+TEST_F(MainWindowTest, TheTimeIsSaidToScreenReaders) {
+    mWindow->GetFiles().OpenSound(GetSound());
+    EXPECT_EQ(Find("Time")->accessibleName(), "Time: 0:00 of 0:01");
+    EXPECT_EQ(Find("Position")->accessibleDescription(), "0:00");
+}
+
 TEST_F(MainWindowTest, WhatIsNoSoundIsToldAndChangesNothing) {
     ASSERT_TRUE(mWindow->GetFiles().OpenSound(GetSound()));
     WriteFile(mFolder.Path("text.wav"), "no sound at all");
@@ -133,6 +161,51 @@ TEST_F(MainWindowTest, ChangesAreMarkedInTheTitleUntilTheyAreSavedOrUndone) {
     Trigger("Redo");
     ASSERT_TRUE(mWindow->GetFiles().SaveAs(mFolder.Path("a.tessaly")));
     EXPECT_FALSE(mWindow->isWindowModified());
+}
+
+TEST_F(MainWindowTest, ChangesThatCannotBeUndoneAreMarkedInTheTitleToo) {
+    mWindow->GetFiles().OpenSound(GetSound());
+    EXPECT_TRUE(mWindow->isWindowModified());
+    ASSERT_TRUE(mWindow->GetFiles().SaveAs(mFolder.Path("a.tessaly")));
+    EXPECT_FALSE(mWindow->isWindowModified());
+    mWindow->GetSession().SetLooping(true);
+    EXPECT_TRUE(mWindow->isWindowModified());
+    EXPECT_TRUE(Find<QToolButton>("Loop")->isChecked());
+    ASSERT_TRUE(mWindow->GetFiles().OpenSession(mFolder.Path("a.tessaly")));
+    EXPECT_FALSE(mWindow->isWindowModified());
+}
+
+TEST_F(MainWindowTest, RecentSessionsAreKeptByTheirFullPaths) {
+    const std::filesystem::path before = std::filesystem::current_path();
+    std::filesystem::current_path(mFolder.GetPath());
+    EXPECT_TRUE(mWindow->GetFiles().SaveAs("a.tessaly"));
+    EXPECT_TRUE(mWindow->GetFiles().OpenSession("./a.tessaly"));
+    std::filesystem::current_path(before);
+    EXPECT_EQ(tessaly::WindowSettings::GetRecentSessions(),
+              QStringList(QString::fromStdString(mFolder.Path("a.tessaly"))));
+}
+
+TEST_F(MainWindowTest, ASessionsNameWithADotGetsItsEndingAndNothingIsReplacedUnasked) {
+    const auto choose = [this](QWidget& dialog) {
+        dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))
+            ->setText(QString::fromStdString(mFolder.Path("my.song")));
+        static_cast<QDialog&>(dialog).accept();
+    };
+    WithDialog([this] { EXPECT_TRUE(mWindow->GetFiles().SaveAs({})); }, choose);
+    EXPECT_EQ(mWindow->GetSession().GetPath(), mFolder.Path("my.song.tessaly"));
+    const std::string before = ReadFile(mFolder.Path("my.song.tessaly"));
+    AddEffect("Zel Gain");
+    QTimer timer;
+    bool asked = false;
+    QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
+        QWidget* const box = QApplication::activeModalWidget();
+        if (qobject_cast<QMessageBox*>(box) == nullptr || std::exchange(asked, true)) return;
+        Answer(*box, "Cancel");
+    });
+    timer.start(1);
+    WithDialog([this] { EXPECT_FALSE(mWindow->GetFiles().SaveAs({})); }, choose);
+    EXPECT_TRUE(asked);
+    EXPECT_EQ(ReadFile(mFolder.Path("my.song.tessaly")), before);
 }
 
 TEST_F(MainWindowTest, UnsavedChangesAreAskedAboutAndCancelKeepsEverything) {
@@ -210,6 +283,38 @@ TEST_F(MainWindowTest, ARenderThatIsCancelledLeavesNoFile) {
     EXPECT_TRUE(cancelled);
     EXPECT_FALSE(std::filesystem::exists(GetRendered()));
     EXPECT_EQ(GetNotice(), "");
+}
+
+TEST_F(MainWindowTest, ACancelledRenderIsInFrontUntilItHasEnded) {
+    WriteSound(mFolder.Path("long.wav"), MakeLevel(2, 48000 * 120, 0.5f));
+    mWindow->GetFiles().OpenSound(mFolder.Path("long.wav"));
+    bool cancelled = false;
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
+        QProgressDialog* const dialog = mWindow->findChild<QProgressDialog*>();
+        if (dialog == nullptr || !dialog->isVisible() || std::exchange(cancelled, true)) return;
+        QTest::keyClick(dialog, Qt::Key_Escape);
+        EXPECT_TRUE(dialog->isVisible());
+        dialog->close();
+        EXPECT_TRUE(dialog->isVisible());
+        EXPECT_FALSE(dialog->findChild<QPushButton*>()->isEnabled());
+    });
+    timer.start(0);
+    mWindow->Render(GetRendered());
+    EXPECT_TRUE(cancelled);
+    EXPECT_FALSE(std::filesystem::exists(GetRendered()));
+}
+
+TEST_F(MainWindowTest, ARenderOfAFileThatIsAnotherByNowIsTold) {
+    mWindow->GetFiles().OpenSound(GetSound());
+    mWindow->GetFiles().OpenSideChain(GetSideChain());
+    AddEffect("Zel Gain");
+    WriteSound(GetSound(), MakeTestSound(1, 48000));
+    EXPECT_THAT(GetError([this] { mWindow->Render(GetRendered()); }), HasSubstr("open it again"));
+    WriteSound(GetSound(), MakeTestSound(2, 48000));
+    WriteSound(GetSideChain(), MakeTestSound(2, 48000));
+    EXPECT_THAT(GetError([this] { mWindow->Render(GetRendered()); }), HasSubstr("open it again"));
+    EXPECT_FALSE(std::filesystem::exists(GetRendered()));
 }
 
 TEST_F(MainWindowTest, ARenderThatCannotBeIsTold) {
@@ -292,6 +397,45 @@ TEST_F(MainWindowTest, ALostRunIsToldWithWhenItsSessionWasSaved) {
     EXPECT_THAT(GetNotice(), HasSubstr("never been saved"));
 }
 
+TEST_F(MainWindowTest, NothingIsToldOfALostRunInWhichNothingWasLost) {
+    mWindow->TellOfLostRuns({{"", false}});
+    EXPECT_EQ(GetNotice(), "");
+}
+
+TEST_F(MainWindowTest, OneThatGoesWithChangesLeavesNoMark) {
+    AddEffect("Zel Gain");
+    ASSERT_FALSE(mWindow->GetSession().GetUndoStack().isClean());
+    mWindow.reset();
+    EXPECT_TRUE(tessaly::RunMarker::TakeLostRuns().empty());
+}
+
+TEST_F(MainWindowTest, EndsWhenItIsAskedToWhileItTellsSomething) {
+    WriteFile(mFolder.Path("bad.tessaly"), "{]");
+    WithDialog([this] { EXPECT_FALSE(mWindow->GetFiles().OpenSession(mFolder.Path("bad.tessaly"))); },
+               [this](QWidget&) { mWindow->EndWithoutAsking(); });
+    EXPECT_TRUE(WhenTrue([this] { return !mWindow->isVisible(); }));
+}
+
+TEST_F(MainWindowTest, EndsWhenItIsAskedToWhileItRendersAndLeavesNoFile) {
+    WriteSound(mFolder.Path("long.wav"), MakeLevel(2, 48000 * 120, 0.5f));
+    mWindow->GetFiles().OpenSound(mFolder.Path("long.wav"));
+    WithDialog([this] { mWindow->Render(GetRendered()); }, [this](QWidget&) { mWindow->EndWithoutAsking(); });
+    EXPECT_FALSE(std::filesystem::exists(GetRendered()));
+    EXPECT_TRUE(WhenTrue([this] { return !mWindow->isVisible(); }));
+}
+
+TEST_F(MainWindowTest, WithNobodyThereErrorsAreThrown) {
+    mWindow->GetFiles().SetUnattended(true);
+    EXPECT_THROW(mWindow->GetFiles().OpenSound("/no/such/file.wav"), std::runtime_error);
+    EXPECT_THROW(mWindow->Render(GetRendered()), std::runtime_error);
+}
+
+TEST(LocalTextTest, TooltipsShowTheTextOfOthersAsItIs) {
+    EXPECT_EQ(tessaly::ToolTipText("a & b < c"), "a & b < c");
+    EXPECT_EQ(tessaly::ToolTipText("<b>a</b>"), "<span>&lt;b&gt;a&lt;/b&gt;</span>");
+    EXPECT_EQ(tessaly::ToolTipText(""), "");
+}
+
 // Levels
 
 TEST(LevelMetersTest, ShowTheLoudestInDecibelsAndFallSlowly) {
@@ -311,8 +455,10 @@ TEST(LevelMetersTest, KeepInMindThatFullScaleWasPassedUntilTheyAreClicked) {
     meters.Advance({1.5f});
     meters.Advance({0.1f});
     EXPECT_TRUE(meters.IsOver(0));
+    EXPECT_THAT(meters.accessibleDescription().toStdString(), HasSubstr("was beyond full scale"));
     QTest::mouseClick(&meters, Qt::LeftButton);
     EXPECT_FALSE(meters.IsOver(0));
+    EXPECT_EQ(meters.accessibleDescription().indexOf("beyond"), -1);
 }
 
 }  // namespace zeltests

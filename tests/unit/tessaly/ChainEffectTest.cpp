@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <filesystem>
 
 #include <ChainEffect.h>
@@ -34,6 +35,7 @@ protected:
     }
 
     const ThrowAwayFolder mFolder;
+    const SearchFolders mSearchFolders{{mFolder.GetPath(), ZEL_TESTPLUGINS_DIR}};
 };
 
 EffectRecord RecordOf(const DescriptorPtr& descriptor, float firstValue = 0.25f) {
@@ -150,6 +152,27 @@ TEST_F(ChainEffectTest, ABannedPluginIsNotLoaded) {
     }
 }
 
+TEST_F(ChainEffectTest, ASessionIsNoReasonToLoadAFileFromOutsideThePluginFolders) {
+    const ThrowAwayFolder elsewhere;
+    const std::string path = elsewhere.Path("gain.so");
+    std::filesystem::copy_file(TestPlugin("vst/good/zel_gain.so"), path);
+    std::filesystem::create_symlink(path, mFolder.Path("link.so"));
+    const std::string roundabout = mFolder.GetPath() + "/../" + path.substr(path.find('/', 1) + 1);
+    EffectRecord record = RecordOf(ReadDescriptor(path));
+    for (const std::string& named : {path, mFolder.Path("link.so"), roundabout, mFolder.GetPath() + "x/gain.so"}) {
+        record.locator = PluginLocator(kTechnologyVST, UText(named));
+        const ChainEffect effect(record);
+        EXPECT_EQ(Text(effect.GetTrouble()),
+                  "The plug-in Zel Gain cannot be loaded: is neither in the list of plug-ins nor in the plug-in "
+                  "folders.")
+            << named;
+        EXPECT_EQ(effect.MakeRecord(), record);
+    }
+    const SearchFolders more({elsewhere.GetPath()});
+    record.locator = PluginLocator(kTechnologyVST, UText(path));
+    EXPECT_FALSE(ChainEffect(record).IsMissing());
+}
+
 TEST_F(ChainEffectTest, AnotherPluginInItsPlaceIsNotTaken) {
     const std::string path = CopyGain("gain.so");
     const EffectRecord record = RecordOf(ReadDescriptor(path));
@@ -253,7 +276,34 @@ TEST_F(ChainEffectTest, MapsOfASessionAreAppliedOnceInTheFirstTrack) {
     EXPECT_FALSE(effect.MakeRecord().inputMap) << "the user's choice stays in the same track";
     PutIntoTrack(effect, 1);
     PutIntoTrack(effect, 2);
-    EXPECT_FALSE(effect.MakeRecord().inputMap || effect.MakeRecord().outputMap) << "another track, the best fit";
+    EXPECT_FALSE(effect.MakeRecord().inputMap) << "another track, the best fit";
+    EXPECT_EQ(effect.MakeRecord().outputMap, record.outputMap) << "the choice goes along";
+}
+
+TEST_F(ChainEffectTest, TheUsersRoutingStaysWhenASideChainComesAndGoes) {
+    ChainEffect effect(*GainDescriptor());
+    PutIntoTrack(effect, 2);
+    const ChannelMap crossed = {{0, 1}, {1, 0}};
+    effect.GetFilter()->SetChannelMap(crossed, AudioFilter::kInput);
+    PutIntoTrack(effect, 2, 1);
+    EXPECT_EQ(effect.GetFilter()->GetChannelMap(AudioFilter::kInput), crossed);
+    PutIntoTrack(effect, 2);
+    EXPECT_EQ(effect.GetFilter()->GetChannelMap(AudioFilter::kInput), crossed);
+    EXPECT_EQ(effect.MakeRecord().inputMap, crossed);
+}
+
+TEST_F(ChainEffectTest, ASideChainIsHeardBesideTheUsersRoutingAndThatComesBackWithIt) {
+    ChainEffect effect(*ReadDescriptor(TestPlugin("vst3/good/ZelSideChain3.vst3")));
+    PutIntoTrack(effect, 2);
+    effect.GetFilter()->AssignChannelMapping(AudioFilter::kInput, 0, 1);
+    PutIntoTrack(effect, 2, 1);
+    const ChannelMap both = effect.GetFilter()->GetChannelMap(AudioFilter::kInput);
+    EXPECT_EQ(both.at(0), 1);
+    EXPECT_TRUE(std::any_of(both.begin(), both.end(), [](const auto& entry) { return entry.second == 2; }));
+    PutIntoTrack(effect, 2);
+    EXPECT_EQ(effect.MakeRecord().inputMap, both) << "it does not fit now, and is kept";
+    PutIntoTrack(effect, 2, 1);
+    EXPECT_EQ(effect.GetFilter()->GetChannelMap(AudioFilter::kInput), both);
 }
 
 TEST_F(ChainEffectTest, AMapThatDoesNotFitIsKeptForATrackThatItFits) {

@@ -3,6 +3,8 @@
 #include <AudioFileFormat.h>
 #include <AudioFileWriter.h>
 #include <gtest/gtest.h>
+#include <zelaudiofilterhost/PluginModuleInfoManager.h>
+#include <zelaudiofilterhost/PluginTechnology.h>
 #include <zelcore/Utf.h>
 
 using namespace zelaudiofilterhost;
@@ -17,6 +19,15 @@ DescriptorPtr ReadDescriptor(const std::string& path, std::size_t component) {
 }
 
 DescriptorPtr GainDescriptor() { return ReadDescriptor(TestPlugin("vst/good/zel_gain.so")); }
+
+SearchFolders::SearchFolders(const std::vector<std::string>& folders) {
+    std::vector<zelcore::ustring> texts;
+    for (const std::string& folder : folders) texts.push_back(UText(folder));
+    for (const TechnologyType type : {kTechnologyVST, kTechnologyVST3})
+        PluginModuleInfoManager::GetInstance().GetPluginTechnology(type)->AddPluginDirectories(texts);
+}
+
+SearchFolders::~SearchFolders() { PluginModuleInfoManager::GetInstance().ResetToDefaultFolders(); }
 
 void WriteSound(const std::string& path, int channels, int sampleRate, int frames) {
     tessaly::AudioFileWriter writer(path, *tessaly::AudioFileFormat::FindForPath(path), channels, sampleRate, frames);

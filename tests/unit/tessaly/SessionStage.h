@@ -19,6 +19,15 @@ std::string TestPlugin(const std::string& name);
 DescriptorPtr ReadDescriptor(const std::string& path, std::size_t component = 0);
 DescriptorPtr GainDescriptor();
 
+/// Makes these folders, beside the default ones, those in which plug-ins are looked for, while it lives.
+class SearchFolders {
+public:
+    explicit SearchFolders(const std::vector<std::string>& folders);
+    ~SearchFolders();
+    SearchFolders(const SearchFolders&) = delete;
+    SearchFolders& operator=(const SearchFolders&) = delete;
+};
+
 /// Writes a sound of silence.
 void WriteSound(const std::string& path, int channels, int sampleRate = 48000, int frames = 480);
 

@@ -59,6 +59,7 @@ protected:
     AudioFilter& FilterAt(std::size_t index) { return *mSession.GetEffects()[index]->GetFilter(); }
 
     const ThrowAwayFolder mFolder;
+    const SearchFolders mSearchFolders{{mFolder.GetPath(), ZEL_TESTPLUGINS_DIR}};
     const std::string mPath = mFolder.Path("song.tessaly");
     std::string mHeard;
     Session mSession;
@@ -119,7 +120,7 @@ TEST_F(SessionTest, ASideChainIsHeardByTheEffects) {
     EXPECT_EQ(Heard(), "before format chain ");
     EXPECT_THAT(mSession.GetSideChainBus().GetLayout(), SizeIs(1));
     EXPECT_EQ(FilterAt(0).GetSideChainTargetBus(), mSession.GetSideChainBus());
-    EXPECT_TRUE(mSession.GetUndoStack().canUndo());
+    EXPECT_FALSE(mSession.GetUndoStack().canUndo()) << "the routing of other channels";
     mSession.SetSideChain("");
     EXPECT_EQ(Heard(), "before format chain ");
     EXPECT_EQ(mSession.GetSideChainPath(), "");
@@ -214,12 +215,23 @@ TEST_F(SessionTest, RemovalUndoneBringsBackTheVeryInstanceWithItsStateAndPlace) 
     EXPECT_EQ(mSession.GetEffects()[1], effect);
 }
 
-TEST_F(SessionTest, AnEffectThatComesBackHasTheTracksFormat) {
+TEST_F(SessionTest, AnEffectThatComesHearsTheSideChain) {
     Fill();
-    mSession.Remove(0);
     mSession.SetSideChain(MakeSound("side.wav", 1));
-    mSession.GetUndoStack().undo();
+    Insert("zel_gain", 0);
     EXPECT_EQ(FilterAt(0).GetSideChainTargetBus(), mSession.GetSideChainBus());
+}
+
+TEST_F(SessionTest, ASideChainLeavesTheRoutingAsTheUserMadeIt) {
+    Fill();
+    const ChannelMap before = FilterAt(0).GetChannelMap(AudioFilter::kInput);
+    FilterAt(0).AssignChannelMapping(AudioFilter::kInput, 0, 1);
+    const ChannelMap after = FilterAt(0).GetChannelMap(AudioFilter::kInput);
+    mSession.NoteChannelMapChange(mSession.GetEffects()[0], AudioFilter::kInput, before, after);
+    mSession.SetSideChain(MakeSound("side.wav", 1));
+    EXPECT_EQ(FilterAt(0).GetChannelMap(AudioFilter::kInput), after);
+    mSession.SetSideChain("");
+    EXPECT_EQ(FilterAt(0).GetChannelMap(AudioFilter::kInput), after);
 }
 
 TEST_F(SessionTest, EffectsMove) {
@@ -356,6 +368,34 @@ TEST_F(SessionTest, EverythingThatIsKeptCountsAsAChange) {
     expectModified("sound");
     mSession.GetEffects()[0]->GetWindowPlaces()[kGenericEditor] = {1, 2, 3, 4};
     EXPECT_FALSE(mSession.IsModified()) << "where windows are does not count";
+}
+
+TEST_F(SessionTest, WhatCannotBeUndoneMarksItUntilItIsSavedOrAnotherIsLoaded) {
+    EXPECT_FALSE(mSession.IsMarkedChanged());
+    const auto expectMarked = [this](const char* what) {
+        EXPECT_TRUE(mSession.IsMarkedChanged()) << what;
+        mSession.Save(mPath);
+        EXPECT_FALSE(mSession.IsMarkedChanged()) << what;
+    };
+    mSession.SetSound(MakeSound("stereo.wav", 2));
+    expectMarked("sound");
+    mSession.SetSideChain(MakeSound("side.wav", 1));
+    expectMarked("side-chain");
+    int told = 0;
+    const boost::signals::scoped_connection connection(mSession.GetDetailsChangedSignal().connect([&told] { ++told; }));
+    mSession.SetLooping(true);
+    mSession.SetLooping(true);
+    EXPECT_EQ(told, 1);
+    expectMarked("looping");
+    EXPECT_EQ(told, 2) << "it was saved";
+    Insert("zel_gain");
+    mSession.SetSound(MakeSound("mono.wav", 1));
+    EXPECT_TRUE(mSession.IsMarkedChanged()) << "what is forgotten is not undone";
+    mSession.Load(mPath);
+    EXPECT_FALSE(mSession.IsMarkedChanged());
+    mSession.SetLooping(false);
+    mSession.Clear();
+    EXPECT_FALSE(mSession.IsMarkedChanged());
 }
 
 TEST_F(SessionTest, WhatIsUndoneCompletelyIsNoChange) {

@@ -29,7 +29,7 @@ typedef AudioFilter::State State;
 constexpr double kRate = 48000.0;
 constexpr int kFrames = 64;
 
-enum Odd : std::size_t { kNone, kRefuses, kThrows, kLarge };
+enum Odd : std::size_t { kNone, kRefuses, kThrows, kLarge, kApart };
 
 Filter MakeOdd(Odd odd) { return ReadVst3(TestPlugin("vst3/good/ZelStateOdd3.vst3")).at(odd)->CreateFilter(); }
 
@@ -231,6 +231,32 @@ TEST(AudioFilterStateTest, ValuesThatNoBlockHasTakenYetDoNotOutliveAStateThatIsS
     EXPECT_EQ(filter->GetParameterValue(0), 0.5f);
 }
 
+TEST(AudioFilterStateTest, AControllerThatLearnsNothingOfItsComponentsStateDoesNotUndoIt) {
+    const Filter filter = MakeOdd(kApart);
+    filter->SetParameterValue(0, 0.25f);
+    const std::vector<Samples> quarter = Hear(*filter);
+    const State state = filter->GetState();
+    filter->SetParameterValue(0, 0.5f);
+    EXPECT_TRUE(filter->SetState(state));
+    EXPECT_EQ(Hear(*filter), quarter);
+    EXPECT_EQ(quarter[0], Scaled(Signal(0, kFrames), 0.25f));
+}
+
+TEST(AudioFilterStateTest, WhichParametersAreShownIsFoundOutAnewWithAState) {
+    const Filter filter = MakeOdd(kApart);
+    filter->SetParameterValue(0, 1.0f);
+    Hear(*filter);
+    const State hides = filter->GetState();
+    filter->SetParameterValue(0, 0.25f);
+    Hear(*filter);
+    const State shows = filter->GetState();
+    EXPECT_EQ(filter->GetParameterCount(), 2);
+    EXPECT_TRUE(filter->SetState(hides));
+    EXPECT_EQ(filter->GetParameterCount(), 1);
+    EXPECT_TRUE(filter->SetState(shows));
+    EXPECT_EQ(filter->GetParameterCount(), 2);
+}
+
 TEST(AudioFilterStateTest, OfAComponentThatKeepsNoStateTheValuesAreKept) {
     const Filter first = MakeOdd(kNone);
     first->SetParameterValue(0, 0.25f);
@@ -330,6 +356,24 @@ TEST_P(AudioFilterStateBesideSoundTest, StatesAreGivenAndAskedBesideBlocks) {
     ends = true;
     sound.join();
     EXPECT_EQ(filter->GetParameterValue(0), 0.25f);
+}
+
+TEST(AudioFilterStateTest, AStateThatIsAskedForBesideBlocksHasTheNewestValue) {
+    const Filter filter = MakeVst3("good/ZelGain3");
+    const Filter reader = MakeVst3("good/ZelGain3");
+    ASSERT_TRUE(filter->StartProcessing(kRate, kFrames));
+    std::atomic<bool> ends{false};
+    std::thread sound([&] {
+        while (!ends) Process(*filter, kFrames);
+    });
+    for (int i = 0; i < 3000; ++i) {
+        const float value = static_cast<float>(i % 64) / 64.0f;
+        filter->SetParameterValue(0, value);
+        EXPECT_TRUE(reader->SetState(filter->GetState()));
+        EXPECT_EQ(reader->GetParameterValue(0), value) << i;
+    }
+    ends = true;
+    sound.join();
 }
 
 INSTANTIATE_TEST_SUITE_P(Formats, AudioFilterStateBesideSoundTest,

@@ -46,6 +46,38 @@ TEST(BlockGateTest, ClosingWaitsForTheEndOfTheBlock) {
     EXPECT_FALSE(wasInside);
 }
 
+TEST(BlockGateTest, ClosingFromWithinABlockIsToldAndWaitsForNothing) {
+    BlockGate gate;
+    {
+        const BlockGate::Block block(gate);
+        EXPECT_FALSE(BlockGate::Closed(gate).IsFirst());
+        EXPECT_TRUE(block.IsInside());
+    }
+    EXPECT_TRUE(BlockGate::Block(gate).IsInside()) << "it was not closed";
+    EXPECT_TRUE(BlockGate::Closed(gate).IsFirst());
+}
+
+TEST(BlockGateTest, NoBlockBeginsOnceSomebodyWaitsToClose) {
+    BlockGate gate;
+    auto block = std::make_unique<BlockGate::Block>(gate);
+    std::atomic<bool> isClosed{false};
+    std::atomic<bool> ends{false};
+    std::thread other([&] {
+        const BlockGate::Closed closed(gate);
+        isClosed = true;
+        while (!ends) std::this_thread::yield();
+    });
+    // Long blocks that follow each other with hardly a gap between them.
+    EXPECT_TRUE(zeltests::WaitFor([&] {
+        block.reset();
+        block = std::make_unique<BlockGate::Block>(gate);
+        return isClosed.load();
+    }));
+    EXPECT_FALSE(block->IsInside());
+    ends = true;
+    other.join();
+}
+
 TEST(BlockGateTest, BlocksAndClosingsNeverOverlap) {
     BlockGate gate;
     int inUse = 0;  // no atomic: the gate is what keeps the threads apart

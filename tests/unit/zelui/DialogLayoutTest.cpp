@@ -295,9 +295,49 @@ TEST(DialogLayoutTest, AFrameThatIsSetWhileARowIsBrokenIsKept) {
     one.Resize(220, 200);
     one.list->UI_SetLocalRectF({10, 100, 200, 60});
     one.Resize(220, 210);
-    EXPECT_EQ(one.list->UI_GetLocalRectF().Bottom(), 170);
+    EXPECT_EQ(one.list->UI_GetLocalRectF(), (RectF{10, 100, 200, 70}));
     one.Resize(300, 200);
     EXPECT_EQ(one.inRow[2]->UI_GetLocalRectF(), (RectF{184, 0, 76, 19}));
+    EXPECT_EQ(one.list->UI_GetLocalRectF(), (RectF{10, 76, 280, 84}));
+}
+
+TEST(DialogLayoutTest, AFrameThatIsSetOnALineOfABrokenRowIsKept) {
+    RowInABox one;
+    one.Resize(220, 200);
+    ASSERT_EQ(one.inRow[2]->UI_GetLocalRectF(), (RectF{4, 24, 76, 19}));
+    one.inRow[2]->UI_SetLocalRectF({4, 24, 70, 19});
+    one.Resize(220, 210);
+    EXPECT_EQ(one.inRow[2]->UI_GetLocalRectF(), (RectF{4, 24, 70, 19}));
+    EXPECT_EQ(one.row->UI_GetLocalRectF().height, 43);
+    one.Resize(300, 200);
+    EXPECT_EQ(one.inRow[2]->UI_GetLocalRectF(), (RectF{184, 0, 70, 19}));
+    EXPECT_EQ(one.row->UI_GetLocalRectF(), (RectF{4, 6, 264, 19}));
+}
+
+TEST(DialogLayoutTest, ABoxThatIsSetWhileItsRowIsBrokenGrowsOnce) {
+    RowInABox one;
+    one.Resize(220, 200);
+    ASSERT_EQ(one.box->UI_GetLocalRectF(), (RectF{10, 10, 200, 55}));
+    one.box->UI_SetLocalRectF({10, 5, 200, 55});
+    one.Resize(220, 210);
+    EXPECT_EQ(one.box->UI_GetLocalRectF(), (RectF{10, 5, 200, 55}));
+    EXPECT_EQ(one.row->UI_GetLocalRectF(), (RectF{4, 6, 192, 43}));
+    one.Resize(300, 200);
+    EXPECT_EQ(one.box->UI_GetLocalRectF(), (RectF{10, 5, 280, 31}));
+}
+
+TEST(DialogLayoutTest, WhatIsHiddenAfterALayoutMakesNoDifferenceToTheNext) {
+    std::vector<std::vector<RectF>> frames;
+    for (const float before : {221.0f, 220.0f}) {
+        RowInABox one;
+        one.inRow[1]->UI_SetLocalRectF({94, 0, 80, 20});
+        one.Resize(300, 200);
+        one.Resize(before, 200);
+        one.inRow[1]->UI_Hide();
+        if (before != 220) one.Resize(220, 200);
+        frames.push_back(one.GetFrames());
+    }
+    EXPECT_EQ(frames[0], frames[1]);
 }
 
 TEST(DialogLayoutTest, BelowEachOtherWhatKeepsItsSizeDoesNotReachOutOfTheParent) {

@@ -81,7 +81,7 @@ public:
     /// plug-in. False, and nothing changed, for bytes that no GetState of this component gave; false also when the
     /// plug-in refuses or throws, it is then in whatever state it left itself in. Parameters' values and texts are the
     /// new ones afterwards, and who listens to them is told. Also while started: no block is processed meanwhile, those
-    /// that come are silent. False unless overridden.
+    /// that come are silent. From within Process it is refused. False unless overridden.
     virtual bool SetState(const State& state);
     /// Fired when SetState has given the plug-in a state, whether it took it or not: each parameter may be another one.
     StateChangedSignal& GetStateChangedSignal() { return mStateChanged; }

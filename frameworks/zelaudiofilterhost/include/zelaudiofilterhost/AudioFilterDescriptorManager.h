@@ -25,10 +25,10 @@ public:
     /// has the ID more than once (a plug-in in two folders), the one that came first.
     DescriptorPtr GetComponentDescriptorForID(const ustring& componentId) const;
 
-    /// All components, the host's own first, then the catalogue's in its order.
+    /// All components, those of AddDescriptor first, then the catalogue's in its order.
     std::vector<DescriptorPtr> GetComponentDescriptors() const;
 
-    /// Adds a component that is in no catalogue, for the effects that a host brings itself. It goes before the
+    /// Adds a component of a plug-in that is in no catalogue, such as one that a host brings along. It goes before the
     /// catalogue's; a second one of the same ID is ignored. Null is ignored.
     void AddDescriptor(const DescriptorPtr& descriptor);
     /// Takes a component of AddDescriptor away again; nothing for an ID that is not there.

@@ -49,9 +49,18 @@ protected:
 };
 
 TEST_F(TessalyWindowTest, EndsWhenItIsAskedToAndLeavesNoMark) {
-    const std::unique_ptr<Program> program = Start({mFolder.Path("sound.wav")});
+    const std::unique_ptr<Program> program = Start({});
     ASSERT_TRUE(WaitFor([this] { return HasMark(); })) << program->GetErrors();
     EXPECT_THAT(RunMarker::TakeLostRuns(), IsEmpty());
+    program->Signal(SIGTERM);
+    EXPECT_EQ(program->Wait(), 0) << program->GetErrors();
+    EXPECT_FALSE(HasMark());
+}
+
+TEST_F(TessalyWindowTest, EndsWhenItIsAskedToWhileItTellsWhatIsWrongWithAFile) {
+    WriteFile(mFolder.Path("bad.tessaly"), "{]");
+    const std::unique_ptr<Program> program = Start({mFolder.Path("bad.tessaly")});
+    ASSERT_TRUE(WaitFor([this] { return HasMark(); })) << program->GetErrors();
     program->Signal(SIGTERM);
     EXPECT_EQ(program->Wait(), 0) << program->GetErrors();
     EXPECT_FALSE(HasMark());

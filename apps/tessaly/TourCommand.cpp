@@ -157,7 +157,7 @@ void TourCommand::ShowEditor(MainWindow& window, int index, EditorKind kind, con
     window.GetChainView().SetCurrentIndex(index);
     const ChainEffectPtr effect = window.GetSession().GetEffects()[static_cast<std::size_t>(index)];
     // Beside the main window, whose pixels would be taken for the editor's until it has drawn its own.
-    effect->GetWindowPlaces()[kind] = zelcore::geom::RectT<long>(window.frameGeometry().right() + kGap, kGap, 0, 0);
+    effect->GetWindowPlaces()[kind] = zelcore::geom::RectT<long>{window.frameGeometry().right() + kGap, kGap, 0, 0};
     window.OpenEditor(kind);
     EditorWindow* const editor = window.GetEffectWindows().Find(effect, kind);
     if (editor == nullptr) throw std::runtime_error("an editor did not open");

@@ -90,7 +90,7 @@ std::optional<ChannelMap> ReadMap(const QJsonObject& effect, const char* name) {
     const QJsonArray array = ReadArray(effect, name);
     if (array.size() > PluginComponentInfo::kMaxChannels) FailFor(name);
     ChannelMap map;
-    for (const QJsonValue& value : array) {
+    for (const QJsonValue value : array) {
         const QJsonArray entry = value.toArray();
         if (entry.size() != 2) FailFor(name);
         const int effectChannel = ReadNumber(entry[0], 0, PluginComponentInfo::kMaxChannels - 1, name);
@@ -170,7 +170,7 @@ SessionRecord SessionReader::Read(std::string_view text, const std::string& fold
     session.isLooping = ReadFlag(object, "loop");
     const QJsonArray effects = ReadArray(object, "effects");
     if (static_cast<std::size_t>(effects.size()) > SessionFile::kMaxEffects) FailFor("effects");
-    for (const QJsonValue& effect : effects) session.effects.push_back(ReadEffect(effect));
+    for (const QJsonValue effect : effects) session.effects.push_back(ReadEffect(effect));
     return session;
 }
 

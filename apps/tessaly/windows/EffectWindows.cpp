@@ -37,9 +37,7 @@ EditorWindow* EffectWindows::Find(const ChainEffectPtr& effect, EditorKind kind)
     return found == mWindows.end() ? nullptr : found->second.window;
 }
 
-void EffectWindows::Show(const ChainEffectPtr& shown, EditorKind kind) {
-    // The list that `shown` may be in changes when the effect goes while its editor opens.
-    const ChainEffectPtr effect = shown;
+void EffectWindows::Show(ChainEffectPtr effect, EditorKind kind) {
     if (effect->IsMissing()) return;
     if (EditorWindow* const window = Find(effect, kind)) {
         window->showNormal();
@@ -75,7 +73,7 @@ void EffectWindows::KeepPlace(const Windows::value_type& entry) {
     const EditorWindow& window = *entry.second.window;
     if (!window.isVisible()) return;
     entry.first.first->GetWindowPlaces()[entry.first.second] =
-        RectT<long>(window.x(), window.y(), window.width(), window.height());
+        RectT<long>{window.x(), window.y(), window.width(), window.height()};
 }
 
 void EffectWindows::KeepPlaces() {

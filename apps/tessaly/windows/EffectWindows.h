@@ -21,7 +21,8 @@ public:
     ~EffectWindows() override;
 
     /// Opens that window, or brings it to the front. Nothing for an effect whose plug-in is missing.
-    void Show(const ChainEffectPtr& effect, EditorKind kind);
+    /// By value: the list that the effect may be in changes when it goes while its editor opens.
+    void Show(ChainEffectPtr effect, EditorKind kind);
     /// The window, or null while it is closed.
     EditorWindow* Find(const ChainEffectPtr& effect, EditorKind kind) const;
     void CloseAll();

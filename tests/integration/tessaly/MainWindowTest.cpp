@@ -171,7 +171,8 @@ TEST_F(MainWindowTest, ChangesThatCannotBeUndoneAreMarkedInTheTitleToo) {
     mWindow->GetSession().SetLooping(true);
     EXPECT_TRUE(mWindow->isWindowModified());
     EXPECT_TRUE(Find<QToolButton>("Loop")->isChecked());
-    ASSERT_TRUE(mWindow->GetFiles().OpenSession(mFolder.Path("a.tessaly")));
+    WithDialog([this] { EXPECT_TRUE(mWindow->GetFiles().OpenSession(mFolder.Path("a.tessaly"))); },
+               [](QWidget& box) { Answer(box, "Discard Changes"); });
     EXPECT_FALSE(mWindow->isWindowModified());
 }
 

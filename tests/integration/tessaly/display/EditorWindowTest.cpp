@@ -1,10 +1,13 @@
 #include "EditorWindow.h"
 
+#include <functional>
+#include <memory>
+
 #include <gtest/gtest.h>
 #include <QApplication>
-#include <QTimer>
 
 #include <zelaudiofilterhost/AudioFilterDescriptor.h>
+#include <zelaudiofilterhost/AudioFilterDescriptorManager.h>
 #include <zelcore/Utf.h>
 
 #include "EffectWindows.h"
@@ -13,6 +16,7 @@
 namespace zeltests {
 
 using zelaudiofilterhost::AudioFilterDescriptor;
+using zelaudiofilterhost::AudioFilterDescriptorManager;
 
 /// Editors of plug-ins, which take a display, and something that happens while they open.
 class EditorWindowTest : public testing::Test {
@@ -21,23 +25,33 @@ protected:
         const zelaudiofilterhost::PluginLocator plugin(
             zelaudiofilterhost::kTechnologyVST,
             zelcore::utility::UTF8to16(std::string(ZEL_TESTPLUGINS_DIR) + "/vst/good/zel_editor.so"));
-        mSession.Insert(0, *AudioFilterDescriptor::ReadModule(plugin).at(0));
+        // A plug-in that nobody knows has no editor of its own.
+        mPlugin = AudioFilterDescriptor::ReadModule(plugin).at(0);
+        AudioFilterDescriptorManager::GetInstance().AddDescriptor(mPlugin);
+        mSession.Insert(0, *mPlugin);
+    }
+    ~EditorWindowTest() override {
+        AudioFilterDescriptorManager::GetInstance().RemoveDescriptor(mPlugin->GetComponent().componentId);
     }
     tessaly::EditorWindow* GetOpen() { return mWindows.Find(mEffect, tessaly::kOwnEditor); }
     /// Opens the editor, and does `meanwhile` in the turn of the main loop that this takes.
     bool OpenAndDo(const std::function<void()>& meanwhile) {
         mEffect = mSession.GetEffects()[0];
-        bool done = false;
-        QTimer::singleShot(0, qApp, [&] {
-            meanwhile();
-            // What is to be deleted is not deleted later than it can be.
-            QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-            done = true;
-        });
+        const auto done = std::make_shared<bool>(false);
+        QMetaObject::invokeMethod(
+            qApp,
+            [meanwhile, done] {
+                meanwhile();
+                // What is to be deleted is not deleted later than it can be.
+                QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+                *done = true;
+            },
+            Qt::QueuedConnection);
         mWindows.Show(mEffect, tessaly::kOwnEditor);
-        return done;
+        return *done;
     }
 
+    AudioFilterDescriptorManager::DescriptorPtr mPlugin;
     tessaly::Session mSession;
     tessaly::EffectWindows mWindows{mSession, nullptr};
     tessaly::ChainEffectPtr mEffect;

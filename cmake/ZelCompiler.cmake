@@ -12,14 +12,23 @@ set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 
+# Builds of the same sources in several folders share what is the same in them. ccache passes precompiled headers by
+# unless it is told that our sources depend on no times and no stray definitions.
 find_program(ZEL_CCACHE ccache)
 if(ZEL_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
-  set(CMAKE_CXX_COMPILER_LAUNCHER ${ZEL_CCACHE})
-  if(ZEL_PCH)
-    # It passes precompiled headers by unless it is told that our sources depend on no times and no stray definitions.
-    set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros ${ZEL_CCACHE})
-  endif()
-  set(CMAKE_C_COMPILER_LAUNCHER ${ZEL_CCACHE})
+  set(CMAKE_CXX_COMPILER_LAUNCHER
+      ${CMAKE_COMMAND} -E env CCACHE_NOHASHDIR=1 CCACHE_SLOPPINESS=pch_defines,time_macros ${ZEL_CCACHE})
+  set(CMAKE_C_COMPILER_LAUNCHER ${CMAKE_CXX_COMPILER_LAUNCHER})
+endif()
+
+# Several sources at a time, which read the headers that they share once. For builds from nothing; in daily work, where
+# one source changes and each has to name what it uses, it is off.
+option(ZEL_UNITY "Compile several sources at a time" OFF)
+if(ZEL_UNITY)
+  set(CMAKE_UNITY_BUILD ON)
+  set(CMAKE_UNITY_BUILD_BATCH_SIZE 10)
+  # Classes of a source that hold what is private to that source: all sources but the first look like headers here.
+  add_compile_options(-Wno-subobject-linkage)
 endif()
 
 # What our own code is held to; headers of dependencies are system headers and stay out of it.
@@ -31,8 +40,10 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_L
 endif()
 
 if(ZEL_SANITIZE)
-  add_compile_options(-fsanitize=${ZEL_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
-  add_link_options(-fsanitize=${ZEL_SANITIZE})
   # Sanitizer builds see more paths than the optimiser can follow and warn where nothing is wrong.
-  add_compile_options(-Wno-error=maybe-uninitialized -Wno-error=stringop-overflow -Wno-error=array-bounds)
+  set(ZEL_SANITIZE_COMPILE -fsanitize=${ZEL_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all
+      -Wno-error=maybe-uninitialized -Wno-error=stringop-overflow -Wno-error=array-bounds)
+  set(ZEL_SANITIZE_LINK -fsanitize=${ZEL_SANITIZE})
+  add_compile_options(${ZEL_SANITIZE_COMPILE})
+  add_link_options(${ZEL_SANITIZE_LINK})
 endif()

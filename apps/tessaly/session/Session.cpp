@@ -1,7 +1,6 @@
 #include "Session.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <utility>
 
 #include <zelcore/Localizer.h>
@@ -11,6 +10,7 @@
 
 #include "AudioFileError.h"
 #include "AudioFileReader.h"
+#include "FullPath.h"
 #include "SessionCommands.h"
 #include "SessionError.h"
 #include "SessionFile.h"
@@ -26,8 +26,6 @@ using zelcore::config::Localize;
 using zelcore::utility::FillPlaceholders;
 
 namespace {
-
-std::string GetFullPath(const std::string& path) { return std::filesystem::absolute(path).lexically_normal().string(); }
 
 zelmediatypes::AudioChannelLayout GetLayoutOf(const AudioFileReader& file) {
     return zelmediatypes::MakeChannelLayoutForCount(static_cast<std::size_t>(file.GetChannelCount()));

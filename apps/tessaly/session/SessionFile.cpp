@@ -6,6 +6,7 @@
 #include <zelcore/FileUtils.h>
 #include <zelcore/Utf.h>
 
+#include "FullPath.h"
 #include "SessionError.h"
 #include "SessionReader.h"
 #include "SessionWriter.h"
@@ -17,8 +18,6 @@ using zelcore::utility::FileUtils;
 using zelcore::utility::UTF8to16;
 
 namespace {
-
-std::string GetFullPath(const std::string& path) { return std::filesystem::absolute(path).lexically_normal().string(); }
 
 std::string GetFolder(const std::string& fullPath) { return std::filesystem::path(fullPath).parent_path().string(); }
 

@@ -1,10 +1,13 @@
 #include "LocalText.h"
 
+#include <QFileInfo>
 #include <QTextDocument>
 
 namespace tessaly {
 
 QString ErrorText(const std::exception& error) { return QString::fromUtf8(error.what()); }
+
+QString FileNameText(const std::string& path) { return QFileInfo(QString::fromStdString(path)).fileName(); }
 
 QString MenuText(const QString& text) { return QString(text).replace(QLatin1Char('&'), QStringLiteral("&&")); }
 

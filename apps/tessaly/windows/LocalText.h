@@ -2,6 +2,7 @@
 
 #include <exception>
 #include <QString>
+#include <string>
 #include <string_view>
 
 #include <zelcore/Localizer.h>
@@ -20,6 +21,9 @@ QString LocalText(std::string_view keyAndDefault, const Values&... values) {
 
 /// An exception's text, which is UTF-8.
 QString ErrorText(const std::exception& error);
+
+/// The name of a file, whose path is UTF-8, without its folders.
+QString FileNameText(const std::string& path);
 
 /// Text of others (a plug-in's name, a path) for menus and for window titles, where Qt gives "&" and "[*]" a meaning.
 QString MenuText(const QString& text);

@@ -46,8 +46,6 @@ constexpr int kTailSeconds = 2;
 /// In milliseconds: how often it is looked whether the dialogs that were cancelled are gone.
 constexpr int kLookEvery = 20;
 
-QString GetFileName(const std::string& path) { return QFileInfo(QString::fromStdString(path)).fileName(); }
-
 /// Whether there is a dialog, which is then asked to go.
 bool CancelDialog() {
     QWidget* const widget = QApplication::activeModalWidget();
@@ -190,7 +188,7 @@ void MainWindow::Connect() {
 
 void MainWindow::ShowTitle() {
     const std::string& path = mSession.GetPath();
-    const QString name = path.empty() ? LocalText("$$$/tessaly/Files/Untitled=Untitled") : GetFileName(path);
+    const QString name = path.empty() ? LocalText("$$$/tessaly/Files/Untitled=Untitled") : FileNameText(path);
     const bool modified = mSession.IsMarkedChanged();
     setWindowTitle(TitleText(name) + QStringLiteral("[*] \u2013 ") + LocalText("$$$/tessaly/Name=Tessaly"));
     setWindowModified(modified);
@@ -268,7 +266,7 @@ void MainWindow::Render(const std::string& path) {
 }
 
 void MainWindow::WaitForRender(RenderJob& job, const std::string& path) {
-    RenderDialog(job, GetFileName(path), this).Wait();
+    RenderDialog(job, FileNameText(path), this).Wait();
     if (job.GetState() == RenderJob::kFailed) throw std::runtime_error(job.GetError());
     if (job.GetState() == RenderJob::kDone)
         mNotice->Tell(LocalText("$$$/tessaly/Render/Done=Rendered to @0.", QString::fromStdString(path)));

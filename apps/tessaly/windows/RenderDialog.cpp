@@ -9,7 +9,7 @@ namespace tessaly {
 
 namespace {
 
-constexpr int kLookEvery = 40;
+constexpr int kShowEvery = 40;
 constexpr int kSteps = 1000;
 
 }  // namespace
@@ -32,7 +32,7 @@ RenderDialog::RenderDialog(RenderJob& job, const QString& fileName, QWidget* par
 }
 
 void RenderDialog::Wait() {
-    const int timer = startTimer(kLookEvery);
+    const int timer = startTimer(kShowEvery);
     show();
     QEventLoop loop;
     while (mJob.GetState() == RenderJob::kRunning) loop.processEvents(QEventLoop::WaitForMoreEvents);

@@ -24,8 +24,6 @@ QString GetSoundFilter() {
            LocalText("$$$/tessaly/Files/All=All files") + QStringLiteral(" (*)");
 }
 
-QString GetFileName(const std::string& path) { return QFileInfo(QString::fromStdString(path)).fileName(); }
-
 }  // namespace
 
 const char* const SessionFiles::kSuffix = ".tessaly";
@@ -118,7 +116,7 @@ bool SessionFiles::OpenSound(const std::string& path) {
     if (mSession.GetSideChainPath().empty() && !sideChain.empty()) {
         mTrouble(zelui::qt::FromQString(
             LocalText("$$$/tessaly/Files/SideChainLetGo=The side-chain @0 does not fit this sound and was removed.",
-                      GetFileName(sideChain))));
+                      FileNameText(sideChain))));
     }
     return true;
 }
@@ -139,8 +137,8 @@ bool SessionFiles::OpenAny(const std::string& path) {
 
 bool SessionFiles::MayLoseChanges() {
     if (!mSession.IsModified()) return true;
-    const QString name =
-        mSession.GetPath().empty() ? LocalText("$$$/tessaly/Files/Untitled=Untitled") : GetFileName(mSession.GetPath());
+    const QString name = mSession.GetPath().empty() ? LocalText("$$$/tessaly/Files/Untitled=Untitled")
+                                                    : FileNameText(mSession.GetPath());
     QMessageBox question(
         QMessageBox::Warning, LocalText("$$$/tessaly/Name=Tessaly"),
         LocalText("$$$/tessaly/Files/Changed=The session \"@0\" has changes that are not saved.", name),

@@ -1,7 +1,6 @@
 #include "SoundPanel.h"
 
 #include <QDragEnterEvent>
-#include <QFileInfo>
 #include <QGridLayout>
 #include <QLabel>
 #include <QMimeData>
@@ -34,14 +33,12 @@ QPushButton* MakeButton(const char* objectName, const QString& text, const QStri
     return button;
 }
 
-QString GetFileName(const std::string& path) { return QFileInfo(QString::fromStdString(path)).fileName(); }
-
 QString DescribeSound(const Session& session) {
     if (session.GetSoundPath().empty())
         return LocalText("$$$/tessaly/NoSound=No sound. Open a file, or drop one here.");
     if (session.GetSampleRate() == 0)
-        return LocalText("$$$/tessaly/SoundMissing=@0 (cannot be opened)", GetFileName(session.GetSoundPath()));
-    return LocalText("$$$/tessaly/SoundFormat=@0 \u2013 @1, @2 Hz", GetFileName(session.GetSoundPath()),
+        return LocalText("$$$/tessaly/SoundMissing=@0 (cannot be opened)", FileNameText(session.GetSoundPath()));
+    return LocalText("$$$/tessaly/SoundFormat=@0 \u2013 @1, @2 Hz", FileNameText(session.GetSoundPath()),
                      ToQString(zelmediatypes::GetChannelLayoutDisplayName(session.GetLayout())),
                      QString::number(session.GetSampleRate()));
 }
@@ -50,8 +47,8 @@ QString DescribeSideChain(const Session& session) {
     if (session.GetSideChainPath().empty()) return LocalText("$$$/tessaly/NoSideChain=None");
     const auto& layout = session.GetSideChainBus().GetLayout();
     if (layout.empty())
-        return LocalText("$$$/tessaly/SoundMissing=@0 (cannot be opened)", GetFileName(session.GetSideChainPath()));
-    return LocalText("$$$/tessaly/SideChainFormat=@0 \u2013 @1", GetFileName(session.GetSideChainPath()),
+        return LocalText("$$$/tessaly/SoundMissing=@0 (cannot be opened)", FileNameText(session.GetSideChainPath()));
+    return LocalText("$$$/tessaly/SideChainFormat=@0 \u2013 @1", FileNameText(session.GetSideChainPath()),
                      ToQString(zelmediatypes::GetChannelLayoutDisplayName(layout)));
 }
 

@@ -28,15 +28,15 @@ constexpr unsigned char kOwnClass = sizeof(void*) == 8 ? ELFCLASS64 : ELFCLASS32
 /// Libraries have about ten.
 constexpr unsigned kMaxProgramHeaders = 4096;
 
-class OpenFile {
+class ImageFile {
 public:
-    explicit OpenFile(const std::string& path)
+    explicit ImageFile(const std::string& path)
         : mDescriptor(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY)) {}
-    ~OpenFile() {
+    ~ImageFile() {
         if (mDescriptor >= 0) close(mDescriptor);
     }
-    OpenFile(const OpenFile&) = delete;
-    OpenFile& operator=(const OpenFile&) = delete;
+    ImageFile(const ImageFile&) = delete;
+    ImageFile& operator=(const ImageFile&) = delete;
 
     bool IsOpen() const { return mDescriptor >= 0; }
     bool Read(void* buffer, std::size_t length, std::uint64_t offset) const {
@@ -96,7 +96,7 @@ std::string JudgeMachine(const FileHeader& header) {
 }
 
 /// True when every part that the loader would map is there.
-bool IsWhole(const OpenFile& file, const FileHeader& header, std::uint64_t size) {
+bool IsWhole(const ImageFile& file, const FileHeader& header, std::uint64_t size) {
     const std::uint64_t tableLength = std::uint64_t(header.e_phnum) * sizeof(ProgramHeader);
     if (header.e_phoff > size || tableLength > size - header.e_phoff) return false;
     std::vector<ProgramHeader> parts(header.e_phnum);
@@ -108,7 +108,7 @@ bool IsWhole(const OpenFile& file, const FileHeader& header, std::uint64_t size)
     return true;
 }
 
-std::string JudgeHeader(const OpenFile& file, std::uint64_t size) {
+std::string JudgeHeader(const ImageFile& file, std::uint64_t size) {
     std::array<char, sizeof(FileHeader)> bytes = {};
     const std::size_t available = size < bytes.size() ? static_cast<std::size_t>(size) : bytes.size();
     if (!file.Read(bytes.data(), available, 0)) return "cannot be read";
@@ -140,7 +140,7 @@ std::string FindLoadObstacle(const std::string& path) {
     if (S_ISDIR(status.st_mode)) return "is a folder, not a file";
     if (!S_ISREG(status.st_mode)) return "is no regular file";
     if (status.st_size == 0) return "empty file";
-    const OpenFile file(path);
+    const ImageFile file(path);
     if (!file.IsOpen()) return "may not be read";
     return JudgeHeader(file, static_cast<std::uint64_t>(status.st_size));
 }

@@ -2,6 +2,7 @@
 
 #include "CallHandler.h"
 #include "Sockets.h"
+#include "Timeouts.h"
 
 #include <algorithm>
 #include <utility>
@@ -25,7 +26,6 @@ constexpr milliseconds kLookDelay(2);
 // A server's accept makes the connection known an instant before the descriptor is; a single look may fall between, and
 // a connection dropped for that would cost the server its one client.
 constexpr int kForeignLooks = 5;
-constexpr milliseconds kLongestTimeout(std::chrono::hours(24));
 
 }  // namespace
 

@@ -3,6 +3,7 @@
 #include "CallHandler.h"
 #include "Connection.h"
 #include "Sockets.h"
+#include "Timeouts.h"
 
 #include <algorithm>
 #include <string>
@@ -23,11 +24,10 @@ constexpr milliseconds kBindDelay(50);
 // processor.
 constexpr milliseconds kAcceptDelay(50);
 // A client that is not in the table has mostly hung up already; it is not waited for long.
-constexpr milliseconds kLookDelay(10);
+constexpr milliseconds kOwnerLookDelay(10);
 constexpr int kMaxLooks = 50;
 // Strangers must not be able to fill the process with half-checked connections.
 constexpr std::size_t kMaxCandidates = 16;
-constexpr milliseconds kLongestTimeout(std::chrono::hours(24));
 
 }  // namespace
 
@@ -129,7 +129,7 @@ void Listener::Look(const std::shared_ptr<Candidate>& candidate) {
     const PeerOwner owner = LookUpPeer(peer.port(), own.port(), mOptions.clientProcess);
     if (owner == PeerOwner::kExpected) return Welcome(candidate);
     if (owner == PeerOwner::kForeign || ++candidate->looks >= kMaxLooks) return Drop(candidate);
-    candidate->timer.expires_after(kLookDelay);
+    candidate->timer.expires_after(kOwnerLookDelay);
     candidate->timer.async_wait([self = shared_from_this(), candidate](const error_code& waitError) {
         if (!waitError && !self->mStopped) self->Look(candidate);
     });

@@ -62,6 +62,8 @@ bool ControlPeer::IsPlain(const QKeyEvent& key) {
     return (key.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) == 0;
 }
 
+bool ControlPeer::IsReturn(const QKeyEvent& key) { return key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter; }
+
 bool ControlPeer::eventFilter(QObject* watched, QEvent* event) {
     if (watched != GetWidget()) return false;
     switch (event->type()) {

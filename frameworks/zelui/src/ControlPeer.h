@@ -35,6 +35,8 @@ protected:
 
     /// Whether the key is one of the person's alone: with Control, Alt or Meta it is a shortcut.
     static bool IsPlain(const QKeyEvent& key);
+    /// Whether the key is Return, or Enter of the number pad.
+    static bool IsReturn(const QKeyEvent& key);
 
 private:
     QWidget* MakeWidget(QWidget& parent) final;

@@ -34,8 +34,6 @@ private:
     bool mLooksDefault = false;
 };
 
-bool IsReturn(const QKeyEvent& key) { return key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter; }
-
 }  // namespace
 
 UI_TextButton::TextButtonPeer::TextButtonPeer(UI_TextButton& button) : ButtonPeer(button) {}

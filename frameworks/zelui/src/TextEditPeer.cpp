@@ -44,8 +44,6 @@ constexpr QKeySequence::StandardKey kEditingKeys[] = {QKeySequence::Copy,
                                                       QKeySequence::SelectStartOfLine,
                                                       QKeySequence::SelectEndOfLine};
 
-bool IsReturn(const QKeyEvent& key) { return key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter; }
-
 }  // namespace
 
 UI_TextEdit::TextEditPeer::TextEditPeer(UI_TextEdit& edit) : ControlPeer(edit) {}

@@ -9,6 +9,7 @@
 #include <zelcore/SimpleMainLoop.h>
 
 #include "DescribeForTest.h"
+#include "EditorKeys.h"
 #include "support/WaitFor.h"
 #include "Vst2FilterForTest.h"
 
@@ -28,14 +29,6 @@ void PrintTo(const Rect& rect, std::ostream* out) {
 }  // namespace zelcore::geom
 
 namespace {
-
-/// No window at all: these editors draw nothing, or nothing that anybody sees.
-HWND NoWindow() { return reinterpret_cast<HWND>(1); }
-
-constexpr int kTab = 0x09;
-constexpr int kShift = 1;
-constexpr int kControl = 2;
-constexpr int kAlt = 4;
 
 /// Where zel_editor_modal runs the event loop, once.
 constexpr float kWhileAskedForItsSize = 0.25f;

@@ -11,6 +11,7 @@
 #include <zelcore/SimpleMainLoop.h>
 
 #include "DescribeForTest.h"
+#include "EditorKeys.h"
 #include "support/WaitFor.h"
 #include "Vst3FilterForTest.h"
 
@@ -22,14 +23,6 @@ using testing::Le;
 using zelcore::geom::Rect;
 
 namespace {
-
-/// No window at all: these editors draw nothing, or nothing that anybody sees.
-HWND NoWindow() { return reinterpret_cast<HWND>(1); }
-
-constexpr int kTab = 0x09;
-constexpr int kShift = 1;
-constexpr int kControl = 2;
-constexpr int kAlt = 4;
 
 class Vst3EditorTest : public testing::Test {
 protected:

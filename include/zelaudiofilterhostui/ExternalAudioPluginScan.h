@@ -101,8 +101,9 @@ private:
     ProgressFunction mProgressCallback;
     bool mConnected;         ///< from the reply to the first request until the connection closes
     bool mKeepGoing;         ///< a lost scanner is started again; false once the scan was stopped
-    boost::mutex mMutex;     ///< guards everything above and mCurrent; never taken twice
+    boost::mutex mMutex;     ///< guards everything above, mCurrent and mCurrentIsDone; never taken twice
     PluginLocator mCurrent;  ///< the plug-in that the scanner last said it is working on
+    bool mCurrentIsDone;     ///< its scan was answered and the next one is not known yet
     ustring mRegistryPath;
     ustring mBannedPath;
     ustring mPermanentBannedPath;

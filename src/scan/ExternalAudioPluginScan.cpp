@@ -82,6 +82,7 @@ ExternalAudioPluginScan::ExternalAudioPluginScan()
       mTotal(0),
       mConnected(false),
       mKeepGoing(true),
+      mCurrentIsDone(false),
       mProcess(nullptr),
       mRemainingAtLaunch(0),
       mFruitlessLaunches(0) {}
@@ -101,6 +102,7 @@ bool ExternalAudioPluginScan::Scan(const ustring& registryPath, const ustring& b
     mProgress = mProgressOffset = mTotal = 0;
     mConnected = false;
     mKeepGoing = true;
+    mCurrentIsDone = false;
     mFinished = false;
     mProcess = nullptr;
     mFruitlessLaunches = 0;
@@ -207,6 +209,7 @@ void ExternalAudioPluginScan::OnScanInfo(const Reply& reply) {
     {
         const Lock lock(mMutex);
         mCurrent = info.locator;
+        mCurrentIsDone = false;
         if (!mCurrent.GetPath().empty()) {
             const auto found = std::find(mRemaining.begin(), mRemaining.end(), mCurrent);
             if (found != mRemaining.end()) mRemaining.erase(found);
@@ -225,6 +228,7 @@ void ExternalAudioPluginScan::OnScanInfo(const Reply& reply) {
 void ExternalAudioPluginScan::OnEntityScanned(const Reply&) {
     {
         const Lock lock(mMutex);
+        mCurrentIsDone = true;
         const std::string text = ReadResultFile(mScanFilePath);
         if (!text.empty()) {
             mResults.push_back(text);
@@ -258,7 +262,9 @@ void ExternalAudioPluginScan::OnRequestError(int code) {
 void ExternalAudioPluginScan::OnSessionClosed() {
     const Lock lock(mMutex);
     mProgressOffset = mProgress;
-    if (!mCurrent.GetPath().empty()) BanCurrentPlugin();
+    // A scanner that dies between two plug-ins dies of what the first left behind in it: threads, handlers, memory. One
+    // that was ended because the scan was stopped says nothing about a plug-in it was done with.
+    if (!mCurrent.GetPath().empty() && (mKeepGoing || !mCurrentIsDone)) BanCurrentPlugin();
     if (DecideRestart())
         PostToMainThread(&ExternalAudioPluginScan::Relaunch);
     else if (!mFinished)

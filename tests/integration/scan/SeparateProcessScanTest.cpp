@@ -174,6 +174,23 @@ TEST_F(SeparateProcessScanTest, CancelEndsTheScannerAndBansWhatItWasWorkingOnAnd
     EXPECT_EQ(1, mChangedSignals);
 }
 
+TEST_F(SeparateProcessScanTest, CancelBetweenTwoPluginsBansNobody) {
+    UseScriptedScanner({kHello + Next(mOne, 1, 2) + Result("/p/one.so") + "hang\n"});
+    // The question after the result: the first plug-in is done with, and the second not yet named.
+    WhenTrue([this] { return GetRequests().size() == 5; }, [] { ClickCancel(); });
+    Scan({mOne, mTwo});
+    EXPECT_THAT(GetBanned(), IsEmpty());
+    EXPECT_THAT(GetCataloguedInFile(), ElementsAre("/p/one.so"));
+}
+
+TEST_F(SeparateProcessScanTest, CrashBetweenTwoPluginsBansTheOneThatWasScannedLast) {
+    UseScriptedScanner({kHello + Next(mOne, 1, 2) + Result("/p/one.so") + "crash\n",
+                        kHello + Next(mTwo, 1, 1) + Result("/p/two.so") + End(1)});
+    Scan({mOne, mTwo});
+    EXPECT_THAT(GetBannedInFile(), ElementsAre("/p/one.so"));
+    EXPECT_EQ(2u, CountLaunches());
+}
+
 TEST_F(SeparateProcessScanTest, CancelBeforeAnyPluginBansNobody) {
     UseScriptedScanner({"listen\nhang\n"});
     WhenTrue([this] { return !GetRequests().empty(); }, [] { ClickCancel(); });

@@ -1,15 +1,19 @@
 """What the checks share: the project's files, the compile commands, remembered results, and how a check reports."""
 
+import functools
 import hashlib
 import json
 import os
 import pathlib
+import re
 import shlex
 import subprocess
 import sys
 import tempfile
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
+# What clang-tidy looks at.
+TIDIED = ("frameworks/", "src/", "apps/")
 FRAMEWORKS = ("zelcore", "zelmediatypes", "zeltransport", "zelmarshal", "zelui", "zelaudiofilterhost")
 
 
@@ -45,12 +49,23 @@ def belongs_to_other_platform(name):
     return pathlib.PurePath(name).stem.endswith(("_win32", "_macos", "_none"))
 
 
-def compile_commands(folder=None):
+@functools.lru_cache
+def commands_folder():
+    """A build, or one that is configured only, in which each source is compiled by itself and names what it uses."""
+    cache = build_folder() / "CMakeCache.txt"
+    if not cache.exists():
+        sys.exit(f"{cache} is missing: configure that build first")
+    if not re.search(r"^ZEL_(UNITY|PCH):BOOL=ON$", cache.read_text(), re.MULTILINE):
+        return build_folder()
+    folder = build_root() / "checks" / "commands"
+    subprocess.run(["cmake", "--preset", build_folder().name, "-B", str(folder), "-DZEL_UNITY=OFF", "-DZEL_PCH=OFF"],
+                   cwd=ROOT, stdout=subprocess.DEVNULL, check=True)
+    return folder
+
+
+def compile_commands():
     """One entry per object: file (absolute), output, arguments (list), directory."""
-    path = (folder or build_folder()) / "compile_commands.json"
-    if not path.exists():
-        sys.exit(f"{path} is missing: configure that build first")
-    entries = json.loads(path.read_text())
+    entries = json.loads((commands_folder() / "compile_commands.json").read_text())
     for entry in entries:
         entry["file"] = os.path.realpath(os.path.join(entry["directory"], entry["file"]))
         if "arguments" not in entry:

@@ -12,11 +12,9 @@ namespace zeltests {
 class IgnorePluginLeaks {
 public:
 #if defined(__SANITIZE_ADDRESS__)
-    static constexpr bool kIsChecked = true;  ///< whether this build looks for leaks at all
     IgnorePluginLeaks() { __lsan_disable(); }
     ~IgnorePluginLeaks() { __lsan_enable(); }
 #else
-    static constexpr bool kIsChecked = false;
     IgnorePluginLeaks() {}
     ~IgnorePluginLeaks() {}
 #endif

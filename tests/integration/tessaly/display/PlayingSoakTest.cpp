@@ -90,7 +90,9 @@ TEST(PlayingSoakTest, EditorsThatOpenAndCloseLoseNoBlockAndMemoryDoesNotGrow) {
               << early / kMegabyte << " MB early, " << late / kMegabyte << " MB late\n";
     EXPECT_EQ(counts.lost, 0u);
     EXPECT_GT(counts.blocks, static_cast<std::uint64_t>(seconds) * 48000 / 512 * 8 / 10);
+#if !defined(__SANITIZE_ADDRESS__)  // which keeps what is freed
     EXPECT_LT(late, early + 16 * kMegabyte);
+#endif
     window.GetPlayer().Stop();
     window.GetSession().Clear();
 }

@@ -31,7 +31,5 @@ function(zel_precompile_test target)
   else()
     target_precompile_headers(${target} REUSE_FROM zel_test_pch)
   endif()
-  # GCC forgets which of the headers that it has precompiled were the system's, and warns of what it sees in them.
-  target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>
-                         $<$<CXX_COMPILER_ID:GNU>:-Wno-error=array-bounds>)
+  target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>)
 endfunction()

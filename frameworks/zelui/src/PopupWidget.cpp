@@ -7,6 +7,7 @@
 #include <QStyleOptionComboBox>
 
 #include "ControlText.h"
+#include "SharedPalette.h"
 
 namespace zelui {
 
@@ -71,6 +72,7 @@ bool PopupWidget::IsElided() const { return GetNeededWidth(font(), currentText()
 
 void PopupWidget::initStyleOption(QStyleOptionComboBox* option) const {
     QComboBox::initStyleOption(option);
+    UseSharedPalette(*option, *this);
     // The list is open over it, or beside it: the popup itself goes on showing what it showed.
     if (mOpen && mShownText) option->currentText = *mShownText;
     option->currentText = fontMetrics().elidedText(option->currentText, Qt::ElideRight, GetTextWidth());

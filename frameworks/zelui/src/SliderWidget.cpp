@@ -12,6 +12,7 @@
 #include <QStylePainter>
 #include <QWheelEvent>
 
+#include "SharedPalette.h"
 #include "SliderAccessible.h"
 
 namespace zelui {
@@ -264,6 +265,7 @@ void SliderWidget::changeEvent(QEvent* event) {
 // Styles show the focus to those who came by the Tab key. Here it also says whom the wheel moves.
 void SliderWidget::initStyleOption(QStyleOptionSlider* option) const {
     QSlider::initStyleOption(option);
+    UseSharedPalette(*option, *this);
     if (hasFocus()) option->state |= QStyle::State_KeyboardFocusChange;
 }
 

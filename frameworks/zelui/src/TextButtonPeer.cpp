@@ -7,6 +7,7 @@
 
 #include "CallOut.h"
 #include "DialogWindow.h"
+#include "SharedPalette.h"
 
 namespace zelui {
 namespace controls {
@@ -27,6 +28,7 @@ public:
 protected:
     void initStyleOption(QStyleOptionButton* option) const override {
         QPushButton::initStyleOption(option);
+        UseSharedPalette(*option, *this);
         option->features.setFlag(QStyleOptionButton::DefaultButton, mLooksDefault);
     }
 

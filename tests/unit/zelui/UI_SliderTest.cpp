@@ -1,6 +1,10 @@
 #include <cmath>
 #include <limits>
+#include <set>
 #include <stdexcept>
+
+#include <QProxyStyle>
+#include <zelui/Theme.h>
 
 #include "SliderStage.h"
 
@@ -16,6 +20,25 @@ const Told kNoChange = {"start", "cancel"};
 const double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 class UI_SliderTest : public SliderStage {};
+
+/// Remembers the palettes that sliders are drawn with.
+class PaletteWatch : public QProxyStyle {
+public:
+    PaletteWatch() : QProxyStyle(QStringLiteral("fusion")) {}
+    int GetDrawn() const { return mDrawn; }
+    const std::set<qint64>& GetKeys() const { return mKeys; }
+
+    void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
+                            const QWidget* widget) const override {
+        ++mDrawn;
+        mKeys.insert(option->palette.cacheKey());
+        QProxyStyle::drawComplexControl(control, option, painter, widget);
+    }
+
+private:
+    mutable int mDrawn = 0;
+    mutable std::set<qint64> mKeys;
+};
 
 boost::intrusive_ptr<UI_Slider> MakeSlider() { return new UI_Slider(kSliderHorizontal, false); }
 
@@ -375,6 +398,24 @@ TEST_F(UI_SliderTest, TheFocusCanBeSeenHoweverItCame) {
     const QImage without = GetQtSlider()->grab().toImage();
     ASSERT_TRUE(mSlider->UI_GainKeyboardFocus(zelui::ui::kFocusByMouse));
     EXPECT_NE(GetQtSlider()->grab().toImage(), without);
+}
+
+// Styles keep pictures by the identity of the palette: one of its own for each slider would leave pictures behind with
+// each editor that was ever open.
+TEST_F(UI_SliderTest, AllAreDrawnWithOnePalette) {
+    using zelui::ui::Theme;
+    PaletteWatch watch;
+    Theme::Get().Choose(Theme::kDark);
+    GetQtSlider()->setStyle(&watch);
+    const SliderPtr another = AddSlider(kSliderVertical, false);
+    ControlStage::GetWidget<QSlider>(*another)->setStyle(&watch);
+    GetQtSlider()->grab();
+    ControlStage::GetWidget<QSlider>(*another)->grab();
+    EXPECT_GE(watch.GetDrawn(), 2);
+    EXPECT_EQ(watch.GetKeys().size(), 1u);
+    Theme::Get().Choose(Theme::kSystem);
+    GetQtSlider()->setStyle(nullptr);
+    ControlStage::GetWidget<QSlider>(*another)->setStyle(nullptr);
 }
 
 TEST_F(UI_SliderTest, ADisabledOneTakesNoInput) {

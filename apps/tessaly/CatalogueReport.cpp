@@ -20,7 +20,7 @@ namespace serialization = zelcore::serialization;
 
 namespace {
 
-std::string GetFormat(TechnologyType type) {
+std::string GetFormatWord(TechnologyType type) {
     const auto technology = PluginModuleInfoManager::GetInstance().GetPluginTechnology(type);
     return technology ? TerminalText::FromText(technology->GetName()) : std::string();
 }
@@ -51,7 +51,7 @@ void CatalogueReport::AddWorking() {
     for (auto it = catalogue.PluginInfoBegin(); it != catalogue.PluginInfoEnd(); ++it) {
         const PluginModuleInfo& info = **it;
         Row row;
-        row.format = GetFormat(info.GetLocator().GetTechnologyType());
+        row.format = GetFormatWord(info.GetLocator().GetTechnologyType());
         row.path = TerminalText::FromText(info.GetLocator().GetPath());
         row.subcomponent = TerminalText::FromText(info.GetLocator().GetSubcomponent());
         row.name = TerminalText::FromText(info.GetName());
@@ -70,7 +70,7 @@ void CatalogueReport::AddFailed() {
     const PluginModuleInfoManager& catalogue = PluginModuleInfoManager::GetInstance();
     for (auto it = catalogue.FailureBegin(); it != catalogue.FailureEnd(); ++it) {
         Row row;
-        row.format = GetFormat(it->locator.GetTechnologyType());
+        row.format = GetFormatWord(it->locator.GetTechnologyType());
         row.path = TerminalText::FromText(it->locator.GetPath());
         row.subcomponent = TerminalText::FromText(it->locator.GetSubcomponent());
         row.name = TerminalText::FromText(zelcore::filesupport::File(it->locator.GetPath()).GetTitle());
@@ -84,7 +84,7 @@ void CatalogueReport::AddBanned() {
     BannedPluginManager& bans = BannedPluginManager::GetInstance();
     for (auto it = bans.BannedBegin(); it != bans.BannedEnd(); ++it) {
         Row row;
-        row.format = GetFormat(it->GetTechnologyType());
+        row.format = GetFormatWord(it->GetTechnologyType());
         row.path = TerminalText::FromText(it->GetPath());
         row.subcomponent = TerminalText::FromText(it->GetSubcomponent());
         row.name = TerminalText::FromText(zelcore::filesupport::File(it->GetPath()).GetTitle());

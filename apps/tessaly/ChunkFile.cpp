@@ -39,7 +39,7 @@ constexpr Kind kKinds[] = {
      8, false, 40, 8, 24},
 };
 
-std::uint64_t ReadNumber(std::string_view bytes, bool bigEndian) {
+std::uint64_t ReadBinaryNumber(std::string_view bytes, bool bigEndian) {
     std::uint64_t number = 0;
     for (std::size_t i = 0; i < bytes.size(); ++i)
         number = number << 8 | static_cast<unsigned char>(bytes[bigEndian ? i : bytes.size() - 1 - i]);
@@ -78,7 +78,7 @@ private:
             if (header.size() < kind.GetHeaderSize()) return false;
             const bool isSound = header.starts_with(kind.soundId);
             const bool isLargeLength = header.starts_with("ds64");
-            std::uint64_t length = ReadNumber(header.substr(kind.id.size()), kind.bigEndian);
+            std::uint64_t length = ReadBinaryNumber(header.substr(kind.id.size()), kind.bigEndian);
             if (length < kind.ownLength) return false;
             length -= kind.ownLength;
             position += header.size();
@@ -100,7 +100,7 @@ private:
     /// That of the sound stands behind that of the file.
     std::uint64_t ReadLargeLength(std::uint64_t position) {
         const std::string_view lengths = Read(position, 16);
-        return lengths.size() == 16 ? ReadNumber(lengths.substr(8), false) : UINT64_MAX;
+        return lengths.size() == 16 ? ReadBinaryNumber(lengths.substr(8), false) : UINT64_MAX;
     }
 
     /// As much of it as there is.

@@ -36,7 +36,7 @@ constexpr int kTallest = 640;
 constexpr int kNoteMargin = 12;
 // For a plug-in's first picture, in milliseconds.
 constexpr int kLongestWait = 10000;
-constexpr int kLookEvery = 50;
+constexpr int kTurnEvery = 50;
 constexpr int kRowHeight = static_cast<int>(GenericAudioFilterEditorView::kRowHeight);
 
 bool IsOneColour(const QImage& picture) {
@@ -101,7 +101,7 @@ QPixmap EditorWindow::TakePicture() {
     time.start();
     QPixmap picture = screen()->grabWindow(winId());
     while (IsOneColour(picture.toImage()) && time.elapsed() < kLongestWait) {
-        QApplication::processEvents(QEventLoop::WaitForMoreEvents, kLookEvery);
+        QApplication::processEvents(QEventLoop::WaitForMoreEvents, kTurnEvery);
         picture = screen()->grabWindow(winId());
     }
     return picture;

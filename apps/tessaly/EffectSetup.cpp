@@ -15,9 +15,9 @@ using zelaudiofilterhost::ChannelMap;
 
 namespace {
 
-constexpr std::size_t kListed = 20;
+constexpr std::size_t kMostListed = 20;
 
-std::string GetName(const AudioFilter& filter) {
+std::string GetPrintableName(const AudioFilter& filter) {
     return TerminalText::MakePrintable(TerminalText::FromText(filter.GetName()));
 }
 
@@ -31,7 +31,7 @@ void ApplyMap(AudioFilter& filter, AudioFilter::Direction direction, const Chann
     const auto channels = static_cast<std::size_t>(filter.GetEffectChannelCount(direction));
     const std::string prefix = "the map " + ChannelMapText::Print(map) + " does not fit: ";
     if (map.size() != channels)
-        throw std::runtime_error(prefix + GetName(filter) + " has " + Count(channels, what) + ", the map " +
+        throw std::runtime_error(prefix + GetPrintableName(filter) + " has " + Count(channels, what) + ", the map " +
                                  std::to_string(map.size()));
     const std::size_t main = filter.GetChannelMapTargetChannelLayout().size();
     const std::size_t sideChain = filter.GetSideChainTargetBus().GetLayout().size();
@@ -72,11 +72,11 @@ std::vector<std::size_t> FindAll(const std::vector<std::string>& names, Matches 
     return found;
 }
 
-std::string List(const std::vector<std::string>& names, const std::vector<std::size_t>& indices) {
+std::string ListShortly(const std::vector<std::string>& names, const std::vector<std::size_t>& indices) {
     std::string list;
-    for (std::size_t i = 0; i < indices.size() && i < kListed; ++i)
+    for (std::size_t i = 0; i < indices.size() && i < kMostListed; ++i)
         list += "\n  " + std::to_string(indices[i] + 1) + "  " + TerminalText::MakePrintable(names[indices[i]]);
-    if (indices.size() > kListed) list += "\n  and " + std::to_string(indices.size() - kListed) + " more";
+    if (indices.size() > kMostListed) list += "\n  and " + std::to_string(indices.size() - kMostListed) + " more";
     return list;
 }
 
@@ -94,8 +94,8 @@ int EffectSetup::FindParameter(const AudioFilter& filter, const std::string& tex
     std::size_t index = 0;
     if (ReadIndex(text, index)) {
         if (index < names.size()) return static_cast<int>(index);
-        throw std::runtime_error(GetName(filter) + " has " + Count(names.size(), "parameter") + ", no parameter " +
-                                 TerminalText::MakePrintable(text));
+        throw std::runtime_error(GetPrintableName(filter) + " has " + Count(names.size(), "parameter") +
+                                 ", no parameter " + TerminalText::MakePrintable(text));
     }
     std::vector<std::size_t> found = FindAll(names, [&](const std::string& name) { return name == text; });
     if (found.empty()) {
@@ -106,11 +106,12 @@ int EffectSetup::FindParameter(const AudioFilter& filter, const std::string& tex
     if (found.size() == 1) return static_cast<int>(found.front());
     const std::string printable = "'" + TerminalText::MakePrintable(text) + "'";
     if (!found.empty())
-        throw std::runtime_error("several parameters of " + GetName(filter) + " are called " + printable +
-                                 "; give the number:" + List(names, found));
-    throw std::runtime_error(
-        GetName(filter) + " has no parameter called " + printable +
-        (names.empty() ? ", nor any other" : ", but:" + List(names, FindAll(names, [](const auto&) { return true; }))));
+        throw std::runtime_error("several parameters of " + GetPrintableName(filter) + " are called " + printable +
+                                 "; give the number:" + ListShortly(names, found));
+    throw std::runtime_error(GetPrintableName(filter) + " has no parameter called " + printable +
+                             (names.empty()
+                                  ? ", nor any other"
+                                  : ", but:" + ListShortly(names, FindAll(names, [](const auto&) { return true; }))));
 }
 
 }  // namespace tessaly

@@ -15,9 +15,9 @@ namespace {
 
 constexpr std::uint32_t kLastColumn = 5;
 /// In bytes; what is written has some hundred.
-constexpr qint64 kLargestFile = 1 << 16;
+constexpr qint64 kLargestRecord = 1 << 16;
 
-QString GetPath() {
+QString GetRecordPath() {
     const zelcore::filesupport::File file(zelcore::filesupport::Dir::PrefDir(),
                                           zelcore::utility::AsciiToUTF16("PluginManagerWindow.ini"));
     return zelui::qt::ToQString(file.FullPath());
@@ -27,8 +27,8 @@ QString GetPath() {
 
 AudioPluginManagerSettings ManagerSettingsFile::Load() {
     AudioPluginManagerSettings settings;
-    if (QFileInfo(GetPath()).size() > kLargestFile) return settings;
-    const QSettings file(GetPath(), QSettings::IniFormat);
+    if (QFileInfo(GetRecordPath()).size() > kLargestRecord) return settings;
+    const QSettings file(GetRecordPath(), QSettings::IniFormat);
     settings.rescanExisting = file.value("rescanExisting", false).toBool();
     settings.sortColumn = file.value("sortColumn", 0).toUInt();
     if (settings.sortColumn > kLastColumn) settings.sortColumn = 0;
@@ -39,7 +39,7 @@ AudioPluginManagerSettings ManagerSettingsFile::Load() {
 }
 
 bool ManagerSettingsFile::Save(const AudioPluginManagerSettings& settings) {
-    QSettings file(GetPath(), QSettings::IniFormat);
+    QSettings file(GetRecordPath(), QSettings::IniFormat);
     file.setValue("rescanExisting", settings.rescanExisting);
     file.setValue("sortColumn", settings.sortColumn);
     file.setValue("sortAscending", settings.sortAscending);

@@ -38,7 +38,7 @@ std::string ToPrintable(const zelcore::ustring& text) {
     return TerminalText::MakePrintable(TerminalText::FromText(text));
 }
 
-std::string FormatSeconds(std::int64_t frames, int sampleRate) {
+std::string FormatLength(std::int64_t frames, int sampleRate) {
     char text[32];
     std::snprintf(text, sizeof text, "%.3f s", static_cast<double>(frames) / sampleRate);
     return text;
@@ -143,7 +143,7 @@ std::string RenderCommand::Summarise(const EffectChain& chain, const Renderer& r
     std::ostringstream out;
     const OutputMeter& meter = renderer.GetMeter();
     out << TerminalText::MakePrintable(mOptions.output) << ": " << renderer.GetFrameCount() << " frames, "
-        << FormatSeconds(renderer.GetFrameCount(), sampleRate) << " at " << sampleRate << " Hz\n";
+        << FormatLength(renderer.GetFrameCount(), sampleRate) << " at " << sampleRate << " Hz\n";
     for (std::size_t i = 0; i < chain.GetCount(); ++i) {
         const AudioFilter& filter = *chain.GetFilter(i);
         out << "  " << ToPrintable(filter.GetName()) << ": in "

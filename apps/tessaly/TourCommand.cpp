@@ -35,7 +35,7 @@ namespace tessaly {
 namespace {
 
 constexpr std::size_t kEffects = 3;
-constexpr int kLookEvery = 50;
+constexpr int kWaitEvery = 50;
 /// In milliseconds: for windows to be drawn, and how long is listened.
 constexpr int kSettle = 400;
 constexpr int kListen = 2000;
@@ -48,7 +48,7 @@ const char* const kFavourites[] = {"ZamComp", "ZamEQ2", "ZamDelay", "3 Band EQ",
 /// The main loop goes on meanwhile.
 void Wait(int milliseconds) {
     QElapsedTimer time;
-    for (time.start(); time.elapsed() < milliseconds;) QApplication::processEvents(QEventLoop::AllEvents, kLookEvery);
+    for (time.start(); time.elapsed() < milliseconds;) QApplication::processEvents(QEventLoop::AllEvents, kWaitEvery);
 }
 
 bool IsHalfDone(const QWidget& dialog) {
@@ -176,7 +176,7 @@ void TourCommand::Play(MainWindow& window) {
     };
     QElapsedTimer time;
     // Some devices take a while before they begin.
-    for (time.start(); player.IsPlaying() && !played() && time.elapsed() < kLongestListen;) Wait(kLookEvery);
+    for (time.start(); player.IsPlaying() && !played() && time.elapsed() < kLongestListen;) Wait(kWaitEvery);
     Wait(kSettle);
     Keep(window.grab(), QStringLiteral("playing"));
     const Player::Counts counts = player.GetCounts();
@@ -235,7 +235,7 @@ void TourCommand::KeepModal(const std::function<void()>& modal, const std::funct
         // A scan goes on to its end, other dialogs wait for somebody.
         if (failure || dialog->findChild<QProgressBar*>() == nullptr) zelui::Application::CancelActiveDialog();
     });
-    timer.start(kLookEvery);
+    timer.start(kWaitEvery);
     modal();
     if (failure) std::rethrow_exception(failure);
 }

@@ -48,7 +48,7 @@ double Beat(double time, int) {
     return 0.8 * Sine(50.0 + 90.0 * std::exp(-30.0 * within), within) * std::exp(-12.0 * within);
 }
 
-void Write(const std::string& path, double (*sound)(double, int)) {
+void WriteTestTone(const std::string& path, double (*sound)(double, int)) {
     ChannelBuffers buffers(kChannels, kFrames);
     for (int channel = 0; channel < kChannels; ++channel) {
         for (int frame = 0; frame < kFrames; ++frame) {
@@ -63,8 +63,8 @@ void Write(const std::string& path, double (*sound)(double, int)) {
 
 }  // namespace
 
-void TourSound::WriteChords(const std::string& path) { Write(path, Chord); }
+void TourSound::WriteChords(const std::string& path) { WriteTestTone(path, Chord); }
 
-void TourSound::WriteBeat(const std::string& path) { Write(path, Beat); }
+void TourSound::WriteBeat(const std::string& path) { WriteTestTone(path, Beat); }
 
 }  // namespace tessaly

@@ -24,7 +24,7 @@ using zelcore::config::Localizer;
 using zelcore::filesupport::Dir;
 using zelcore::utility::AsciiToUTF16;
 
-Dir GetFolder(const char* part) {
+Dir GetLocaleFolder(const char* part) {
     const Dir aboveProgram = zelcore::filesupport::File(Dir::AppDir().FullPath()).GetDir();
     return Dir(aboveProgram.FullPath() + AsciiToUTF16("/share/") + AsciiToUTF16(part) + AsciiToUTF16("/locale"));
 }
@@ -60,14 +60,14 @@ UserLanguage::Languages UserLanguage::GetUsersLanguages() {
 void UserLanguage::Load(const std::string& chosen, const Languages& users) {
     const std::string asked = chosen.empty() ? qgetenv("TESSALY_LANGUAGE").toStdString() : chosen;
     const Languages wanted = asked.empty() ? users : Languages{zelcore::utility::UTF8to16(asked)};
-    const Dir librarys = GetFolder("zelaudiofilterhostui");
+    const Dir librarys = GetLocaleFolder("zelaudiofilterhostui");
     const ustring language = Localizer::FindLanguage(librarys, wanted);
     if (language.empty() && !asked.empty())
         std::cerr << "tessaly: there are no texts in the language '" << TerminalText::MakePrintable(asked) << "'\n";
     if (language.empty() || language == Localizer::GetDefaultLanguage()) return;
     // One language for all, whatever each of them may have.
     AddTexts(librarys, {language});
-    AddTexts(GetFolder("tessaly"), {language});
+    AddTexts(GetLocaleFolder("tessaly"), {language});
     AddQtsTexts(language);
 }
 

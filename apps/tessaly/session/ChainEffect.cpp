@@ -26,7 +26,7 @@ namespace {
 
 constexpr AudioFilter::Direction kDirections[] = {AudioFilter::kInput, AudioFilter::kOutput};
 
-bool Fits(const ChannelMap& map, const AudioFilter& filter, AudioFilter::Direction direction) {
+bool FitsFilter(const ChannelMap& map, const AudioFilter& filter, AudioFilter::Direction direction) {
     const std::size_t main = filter.GetChannelMapTargetChannelLayout().size();
     const std::size_t sideChain = filter.GetSideChainTargetBus().GetLayout().size();
     const auto targets = static_cast<int>(direction == AudioFilter::kInput ? main + sideChain : main);
@@ -103,7 +103,7 @@ void ChainEffect::ApplyMaps() {
     for (const AudioFilter::Direction direction : kDirections) {
         mBestFit[direction] = mFilter->GetChannelMap(direction);
         std::optional<ChannelMap>& map = GetKeptMap(direction);
-        if (!hasTrack || !map || !Fits(*map, *mFilter, direction)) continue;
+        if (!hasTrack || !map || !FitsFilter(*map, *mFilter, direction)) continue;
         mFilter->SetChannelMap(*map, direction);
         map.reset();
     }

@@ -31,7 +31,7 @@ zelmediatypes::AudioChannelLayout GetLayoutOf(const AudioFileReader& file) {
     return zelmediatypes::MakeChannelLayoutForCount(static_cast<std::size_t>(file.GetChannelCount()));
 }
 
-QString MakeText(const char* keyAndDefault, const ChainEffectPtr& effect) {
+QString MakeCommandText(const char* keyAndDefault, const ChainEffectPtr& effect) {
     return zelui::qt::ToQString(FillPlaceholders(Localize(keyAndDefault), {effect->GetName()}));
 }
 
@@ -123,7 +123,7 @@ void Session::SetEffects(const std::vector<ChainEffectPtr>& effects) {
 
 void Session::PushChain(const char* keyAndDefault, const ChainEffectPtr& effect,
                         const std::vector<ChainEffectPtr>& after) {
-    mUndo.push(new ChainCommand(*this, MakeText(keyAndDefault, effect), after));
+    mUndo.push(new ChainCommand(*this, MakeCommandText(keyAndDefault, effect), after));
 }
 
 void Session::Insert(std::size_t index, const AudioFilterDescriptor& descriptor) {
@@ -153,13 +153,14 @@ void Session::Move(std::size_t from, std::size_t to) {
 void Session::SetBypassed(std::size_t index, bool bypassed) {
     if (index >= mEffects.size() || mEffects[index]->IsBypassed() == bypassed) return;
     const char* const text = bypassed ? "$$$/tessaly/Undo/Bypass=Bypass @0" : "$$$/tessaly/Undo/SwitchOn=Switch On @0";
-    mUndo.push(new BypassCommand(*this, MakeText(text, mEffects[index]), mEffects[index], bypassed));
+    mUndo.push(new BypassCommand(*this, MakeCommandText(text, mEffects[index]), mEffects[index], bypassed));
 }
 
 void Session::NoteChannelMapChange(const ChainEffectPtr& effect, AudioFilter::Direction direction,
                                    const ChannelMap& before, const ChannelMap& after) {
     if (effect->IsMissing() || before == after) return;
-    mUndo.push(new MapCommand(MakeText("$$$/tessaly/Undo/Routing=Route @0", effect), effect, direction, before, after));
+    mUndo.push(
+        new MapCommand(MakeCommandText("$$$/tessaly/Undo/Routing=Route @0", effect), effect, direction, before, after));
 }
 
 // Keeping it

@@ -64,7 +64,7 @@ QJsonArray ReadArray(const QJsonObject& object, const char* name) {
 }
 
 /// A whole number; `name` is what it belongs to.
-int ReadNumber(const QJsonValue& value, int least, int most, const char* name) {
+int ReadJsonNumber(const QJsonValue& value, int least, int most, const char* name) {
     const double number = value.toDouble();
     if (!value.isDouble() || !(number >= least && number <= most) || number != std::floor(number)) FailFor(name);
     return static_cast<int>(number);
@@ -93,9 +93,9 @@ std::optional<ChannelMap> ReadMap(const QJsonObject& effect, const char* name) {
     for (const QJsonValue value : array) {
         const QJsonArray entry = value.toArray();
         if (entry.size() != 2) FailFor(name);
-        const int effectChannel = ReadNumber(entry[0], 0, PluginComponentInfo::kMaxChannels - 1, name);
-        const int targetChannel = ReadNumber(entry[1], zelaudiofilterhost::kNotConnected,
-                                             static_cast<int>(AudioFilter::kMaxTargetChannels) - 1, name);
+        const int effectChannel = ReadJsonNumber(entry[0], 0, PluginComponentInfo::kMaxChannels - 1, name);
+        const int targetChannel = ReadJsonNumber(entry[1], zelaudiofilterhost::kNotConnected,
+                                                 static_cast<int>(AudioFilter::kMaxTargetChannels) - 1, name);
         if (!map.emplace(effectChannel, targetChannel).second) FailFor(name);
     }
     return map;
@@ -109,9 +109,9 @@ WindowPlaces ReadWindows(const QJsonObject& effect) {
         if (!Has(windows, name)) continue;
         const QJsonArray place = ReadArray(windows, name);
         if (place.size() != 4) FailFor(name);
-        places[kind] = {ReadNumber(place[0], -kFarthest, kFarthest, name),
-                        ReadNumber(place[1], -kFarthest, kFarthest, name), ReadNumber(place[2], 0, kFarthest, name),
-                        ReadNumber(place[3], 0, kFarthest, name)};
+        places[kind] = {ReadJsonNumber(place[0], -kFarthest, kFarthest, name),
+                        ReadJsonNumber(place[1], -kFarthest, kFarthest, name),
+                        ReadJsonNumber(place[2], 0, kFarthest, name), ReadJsonNumber(place[3], 0, kFarthest, name)};
     }
     return places;
 }

@@ -11,7 +11,7 @@ namespace tessaly {
 namespace {
 
 constexpr int kBarHeight = 10;
-constexpr int kGap = 3;
+constexpr int kBarGap = 3;
 constexpr int kOverWidth = 12;
 constexpr int kMinimumWidth = 160;
 /// A bar falls that much with each call, in decibels: some 30 a second.
@@ -74,7 +74,7 @@ void LevelMeters::Describe() {
 
 QSize LevelMeters::sizeHint() const {
     const int bars = std::max(static_cast<int>(mChannels.size()), 1);
-    return {kMinimumWidth * 2, bars * (kBarHeight + kGap) - kGap};
+    return {kMinimumWidth * 2, bars * (kBarHeight + kBarGap) - kBarGap};
 }
 
 QSize LevelMeters::minimumSizeHint() const { return {kMinimumWidth, sizeHint().height()}; }
@@ -83,11 +83,11 @@ void LevelMeters::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     if (mChannels.empty()) painter.fillRect(rect(), palette().color(QPalette::Mid));
     for (std::size_t i = 0; i < mChannels.size(); ++i)
-        Paint(painter, QRectF(0, static_cast<double>(i) * (kBarHeight + kGap), width(), kBarHeight), mChannels[i]);
+        Paint(painter, QRectF(0, static_cast<double>(i) * (kBarHeight + kBarGap), width(), kBarHeight), mChannels[i]);
 }
 
 void LevelMeters::Paint(QPainter& painter, const QRectF& bar, const Channel& channel) const {
-    const QRectF scale = bar.adjusted(0, 0, -kOverWidth - kGap, 0);
+    const QRectF scale = bar.adjusted(0, 0, -kOverWidth - kBarGap, 0);
     painter.fillRect(scale, palette().color(QPalette::Mid));
     const auto fill = [&](float from, float to, const QColor& colour) {
         const float level = std::min(channel.level, to);

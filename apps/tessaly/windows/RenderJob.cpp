@@ -19,7 +19,7 @@ constexpr int kBlock = 512;
 
 std::runtime_error MakeError(const QString& text) { return std::runtime_error(text.toStdString()); }
 
-bool Fits(const AudioFileReader& file, int sampleRate, const zelmediatypes::AudioChannelLayout& layout) {
+bool FitsTrack(const AudioFileReader& file, int sampleRate, const zelmediatypes::AudioChannelLayout& layout) {
     return file.GetSampleRate() == sampleRate && static_cast<std::size_t>(file.GetChannelCount()) == layout.size();
 }
 
@@ -64,8 +64,8 @@ void RenderJob::CheckInputs(const Session& session) const {
     // Buffers are as wide as the files, the effects hear what the session has looked at: somebody may have written
     // another file there since.
     const bool fits =
-        Fits(*mInput, session.GetSampleRate(), session.GetLayout()) &&
-        (!mSideChain || Fits(*mSideChain, session.GetSampleRate(), session.GetSideChainBus().GetLayout()));
+        FitsTrack(*mInput, session.GetSampleRate(), session.GetLayout()) &&
+        (!mSideChain || FitsTrack(*mSideChain, session.GetSampleRate(), session.GetSideChainBus().GetLayout()));
     if (!fits) {
         throw MakeError(LocalText(
             "$$$/tessaly/Player/FileChanged=The sound's file is not the one that was opened: open it again."));

@@ -7,7 +7,7 @@ namespace tessaly {
 
 namespace {
 
-constexpr int kSize = 16;
+constexpr int kIconSize = 16;
 /// Enough for every screen's scale that there is.
 constexpr int kPixels = 64;
 
@@ -33,7 +33,7 @@ QPixmap Paint(TransportSign sign, const QColor& colour) {
     pixmap.fill(Qt::transparent);
     QPainter painter(&pixmap);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.scale(static_cast<double>(kPixels) / kSize, static_cast<double>(kPixels) / kSize);
+    painter.scale(static_cast<double>(kPixels) / kIconSize, static_cast<double>(kPixels) / kIconSize);
     painter.fillPath(MakePath(sign), colour);
     return pixmap;
 }

@@ -137,14 +137,14 @@ bool IsRightRoot(const pugi::xml_node& node) {
     return node.name() == kCatalogueRoot && Value(node, "version") == kCatalogueVersion;
 }
 
-bool Load(pugi::xml_document& document, std::string_view text) {
+bool LoadDocument(pugi::xml_document& document, std::string_view text) {
     if (text.size() > kMaxConfigurationText || text.find('\0') != std::string_view::npos) return false;
     return document.load_buffer(text.data(), text.size(), kParseOptions, pugi::encoding_utf8);
 }
 
 /// Parses a text of exactly one element; null when it is anything else.
 pugi::xml_node Parse(pugi::xml_document& document, std::string_view text) {
-    if (!Load(document, text)) return pugi::xml_node();
+    if (!LoadDocument(document, text)) return pugi::xml_node();
     const pugi::xml_node first = document.first_child();
     return first.type() == pugi::node_element && !first.next_sibling() ? first : pugi::xml_node();
 }
@@ -203,7 +203,7 @@ private:
 
     /// Takes a block in which every line is one whole element; false, and nothing taken, for any other.
     bool ReadBlock(std::string_view block) {
-        if (!block.ends_with('\n') || !Load(mDocument, block)) return false;
+        if (!block.ends_with('\n') || !LoadDocument(mDocument, block)) return false;
         pugi::xml_node node = mDocument.first_child();
         for (std::string_view rest = block; !rest.empty(); node = node.next_sibling()) {
             const std::size_t begin = block.size() - rest.size();

@@ -18,7 +18,7 @@ namespace zelaudiofilterhost {
 
 namespace {
 
-std::string Bytes(const zelcore::ustring& text) {
+std::string ToBytes(const zelcore::ustring& text) {
     const zelcore::utf8string bytes = zelcore::utility::UTF16to8(text);
     return std::string(bytes.data(), bytes.size());
 }
@@ -26,7 +26,7 @@ std::string Bytes(const zelcore::ustring& text) {
 /// Converts a name of the file system; false when it is not valid UTF-8 and so could not be found again by its text.
 bool ToText(const std::string& bytes, zelcore::ustring& text) {
     text = zelcore::utility::UTF8to16(bytes);
-    return Bytes(text) == bytes;
+    return ToBytes(text) == bytes;
 }
 
 std::string Canonical(const std::string& path) {
@@ -95,7 +95,7 @@ private:
 }  // namespace
 
 void WalkFolder(const zelcore::ustring& root, const std::function<bool(const WalkEntry&)>& visit) {
-    std::string path = Bytes(root);
+    std::string path = ToBytes(root);
     // A NUL would cut the path short and so name another one.
     if (path.empty() || path.front() != '/' || path.find('\0') != std::string::npos) return;
     while (path.size() > 1 && path.back() == '/') path.pop_back();
@@ -105,7 +105,7 @@ void WalkFolder(const zelcore::ustring& root, const std::function<bool(const Wal
 }
 
 bool PathExists(const zelcore::ustring& path) {
-    const std::string bytes = Bytes(path);
+    const std::string bytes = ToBytes(path);
     struct stat status;
     if (bytes.find('\0') != std::string::npos) return false;
     // A share that does not answer, or a folder that may not be read now, does not mean that the file is gone.

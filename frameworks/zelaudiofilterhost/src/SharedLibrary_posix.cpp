@@ -44,7 +44,7 @@ std::string ExplainLoaderMessage(std::string_view message, std::string_view path
     return "could not be loaded: " + std::string(message);
 }
 
-void* Load(const std::string& path) {
+void* LoadModule(const std::string& path) {
     return CallPlugin("while it was loaded", [&path] { return dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL); });
 }
 
@@ -57,7 +57,7 @@ SharedLibrary::SharedLibrary(const std::string& path) : mPath(path), mHandle(nul
     }
     const std::string obstacle = FindLoadObstacle(path);
     if (!obstacle.empty()) throw PluginLoadError(obstacle);
-    mHandle = Load(path);
+    mHandle = LoadModule(path);
     if (mHandle == nullptr) {
         const char* const message = dlerror();
         throw PluginLoadError(PrintableText(ExplainLoaderMessage(message ? message : "no reason given", path)));

@@ -17,7 +17,7 @@ namespace {
 using zelcore::geom::Point;
 using zelcore::geom::Rect;
 
-Rect BoundRect(const vst2::EditorRect& given) {
+Rect BoundEditorRect(const vst2::EditorRect& given) {
     Rect rect;
     rect.left = given.left;
     rect.top = given.top;
@@ -160,7 +160,7 @@ Rect Vst2Editor::AskRect() const {
         // In one go, and wherever it lies: the effect may change it at any time.
         vst2::EditorRect copy;
         std::memcpy(&copy, given, sizeof(copy));
-        rect = BoundRect(copy);
+        rect = BoundEditorRect(copy);
     });
     return rect;
 }

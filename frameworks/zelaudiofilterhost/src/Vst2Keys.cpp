@@ -38,7 +38,7 @@ std::int32_t FindCharacter(int osCode) {
     return osCode >= 'A' && osCode <= 'Z' ? osCode - 'A' + 'a' : 0;
 }
 
-std::uint8_t TranslateModifiers(int modifiers) {
+std::uint8_t TranslateVst2Modifiers(int modifiers) {
     constexpr int kShift = 1;
     constexpr int kControl = 2;
     constexpr int kAlt = 4;
@@ -55,7 +55,7 @@ Vst2Key MakeVst2Key(int osCode, int modifiers, unsigned short character) {
     Vst2Key key;
     key.character = character != 0 ? character : FindCharacter(osCode);
     key.virtualKey = FindVirtualKey(osCode);
-    key.modifiers = TranslateModifiers(modifiers);
+    key.modifiers = TranslateVst2Modifiers(modifiers);
     return key;
 }
 

@@ -15,9 +15,7 @@ namespace zelaudiofilterhost {
 
 namespace {
 
-typedef StateEnvelope::Bytes Bytes;
-
-enum Part { kProgram, kContent, kParts };
+enum Vst2Part { kProgram, kContent, kParts };
 
 bool HasChunk(const Vst2Instance& instance) { return (instance.GetEffect().flags & vst2::kProgramChunks) != 0; }
 
@@ -25,25 +23,25 @@ int CountParameters(const Vst2Instance& instance) {
     return std::clamp(instance.GetEffect().parameterCount, 0, PluginComponentInfo::kMaxParameters);
 }
 
-Bytes ReadProgram(const Vst2Instance& instance) {
+StateEnvelope::Bytes ReadProgram(const Vst2Instance& instance) {
     StateWriter writer;
     writer.Put(static_cast<std::uint32_t>(instance.Dispatch(vst2::kGetProgram)));
     return writer.TakeBytes();
 }
 
 /// Whether the effect failed tells `fails`; an effect may have nothing to keep.
-Bytes ReadChunk(const Vst2Instance& instance, bool& fails) {
+StateEnvelope::Bytes ReadChunk(const Vst2Instance& instance, bool& fails) {
     void* chunk = nullptr;
     const std::intptr_t length = instance.Dispatch(vst2::kGetChunk, 0, 0, &chunk);
     fails = length < 0 || static_cast<std::uintptr_t>(length) > AudioFilter::kMaxStateSize ||
             (length > 0 && chunk == nullptr);
-    if (fails || length == 0) return Bytes();
+    if (fails || length == 0) return StateEnvelope::Bytes();
     // At once: the effect keeps it until it is asked for anything else.
     const auto* const bytes = static_cast<const std::uint8_t*>(chunk);
-    return Bytes(bytes, bytes + length);
+    return StateEnvelope::Bytes(bytes, bytes + length);
 }
 
-Bytes ReadValues(Vst2Instance& instance) {
+StateEnvelope::Bytes ReadValues(Vst2Instance& instance) {
     StateWriter writer;
     const int count = CountParameters(instance);
     vst2::Effect& effect = instance.GetEffect();
@@ -56,7 +54,7 @@ Bytes ReadValues(Vst2Instance& instance) {
     return writer.TakeBytes();
 }
 
-bool AreValues(const Bytes& bytes) {
+bool AreValues(const StateEnvelope::Bytes& bytes) {
     StateReader reader(bytes);
     std::uint32_t bits = 0;
     while (reader.Take(bits)) {
@@ -66,7 +64,7 @@ bool AreValues(const Bytes& bytes) {
     return reader.GetRest() == 0;
 }
 
-void WriteProgram(const Bytes& bytes, const Vst2Instance& instance) {
+void WriteProgram(const StateEnvelope::Bytes& bytes, const Vst2Instance& instance) {
     std::uint32_t program = 0;
     StateReader(bytes).Take(program);
     const std::int32_t count = instance.GetEffect().programCount;
@@ -77,12 +75,12 @@ void WriteProgram(const Bytes& bytes, const Vst2Instance& instance) {
     instance.Dispatch(vst2::kEndSetProgram);
 }
 
-void WriteChunk(Bytes bytes, const Vst2Instance& instance) {
+void WriteChunk(StateEnvelope::Bytes bytes, const Vst2Instance& instance) {
     // What comes back says nothing: many effects that have taken it answer 0.
     instance.Dispatch(vst2::kSetChunk, 0, static_cast<std::intptr_t>(bytes.size()), bytes.data());
 }
 
-void WriteValues(const Bytes& bytes, Vst2Instance& instance) {
+void WriteValues(const StateEnvelope::Bytes& bytes, Vst2Instance& instance) {
     vst2::Effect& effect = instance.GetEffect();
     StateReader reader(bytes);
     std::uint32_t bits = 0;
@@ -96,9 +94,9 @@ void WriteValues(const Bytes& bytes, Vst2Instance& instance) {
 
 std::optional<StateEnvelope> Vst2State::Read(Vst2Instance& instance) {
     try {
-        const Bytes program = ReadProgram(instance);
+        const StateEnvelope::Bytes program = ReadProgram(instance);
         bool fails = false;
-        Bytes chunk = HasChunk(instance) ? ReadChunk(instance, fails) : Bytes();
+        StateEnvelope::Bytes chunk = HasChunk(instance) ? ReadChunk(instance, fails) : StateEnvelope::Bytes();
         if (fails) return {};
         if (!chunk.empty()) return StateEnvelope{StateEnvelope::kVst2Chunk, {program, std::move(chunk)}};
         return StateEnvelope{StateEnvelope::kVst2Values, {program, ReadValues(instance)}};
@@ -109,7 +107,7 @@ std::optional<StateEnvelope> Vst2State::Read(Vst2Instance& instance) {
 
 bool Vst2State::IsFit(const StateEnvelope& state, const Vst2Instance& instance) {
     if (state.parts.size() != kParts || state.parts[kProgram].size() != sizeof(std::uint32_t)) return false;
-    const Bytes& content = state.parts[kContent];
+    const StateEnvelope::Bytes& content = state.parts[kContent];
     if (state.content == StateEnvelope::kVst2Chunk) return !content.empty() && HasChunk(instance);
     return state.content == StateEnvelope::kVst2Values && AreValues(content);
 }

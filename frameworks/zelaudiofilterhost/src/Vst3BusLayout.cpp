@@ -43,8 +43,8 @@ bool Arrange(Vst::IAudioProcessor& processor, Arrangements inputs, Arrangements 
                                         static_cast<int32>(outputs.size())) == Steinberg::kResultTrue;
 }
 
-AudioChannelLayout ReadLayout(Vst::IAudioProcessor& processor, Vst::BusDirection direction, int32 index,
-                              std::size_t channels) {
+AudioChannelLayout ReadArrangement(Vst::IAudioProcessor& processor, Vst::BusDirection direction, int32 index,
+                                   std::size_t channels) {
     Vst::SpeakerArrangement arrangement = 0;
     const bool known = processor.getBusArrangement(direction, index, arrangement) == Steinberg::kResultOk;
     if (!known || arrangement == 0) return zelmediatypes::MakeChannelLayoutForCount(channels);
@@ -65,7 +65,7 @@ AudioFilterBusList ReadBuses(Vst::IComponent& component, Vst::IAudioProcessor& p
         left -= channels;
         buses.emplace_back(
             CleanPluginText(info.name, std::size(info.name)),
-            ReadLayout(processor, direction, index, static_cast<std::size_t>(channels)),
+            ReadArrangement(processor, direction, index, static_cast<std::size_t>(channels)),
             info.busType == Vst::kAux ? AudioFilterBusDescription::kAuxiliary : AudioFilterBusDescription::kMain);
     }
     return buses;

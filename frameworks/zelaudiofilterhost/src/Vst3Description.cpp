@@ -19,7 +19,7 @@ namespace {
 using Steinberg::int32;
 namespace Vst = Steinberg::Vst;
 
-std::vector<PluginBusInfo> ReadBuses(Vst::IComponent& component, Vst::BusDirection direction) {
+std::vector<PluginBusInfo> DescribeBuses(Vst::IComponent& component, Vst::BusDirection direction) {
     std::vector<PluginBusInfo> buses;
     const int32 count = std::clamp(component.getBusCount(Vst::kAudio, direction), 0,
                                    static_cast<int32>(PluginComponentInfo::kMaxBuses));
@@ -54,8 +54,8 @@ PluginComponentInfo DescribeClass(const std::shared_ptr<Vst3Module>& module, con
     const auto handler = Vst3Ptr<Vst3ComponentHandler>::Adopt(new Vst3ComponentHandler);
     const Vst3Instance instance(module, effectClass, *handler.Get());
     CallPlugin("when it was asked about itself", [&info, &instance] {
-        info.inputBuses = ReadBuses(instance.GetComponent(), Vst::kInput);
-        info.outputBuses = ReadBuses(instance.GetComponent(), Vst::kOutput);
+        info.inputBuses = DescribeBuses(instance.GetComponent(), Vst::kInput);
+        info.outputBuses = DescribeBuses(instance.GetComponent(), Vst::kOutput);
         if (Vst::IEditController* const controller = instance.GetController()) {
             info.parameterCount = std::clamp(controller->getParameterCount(), 0, PluginComponentInfo::kMaxParameters);
             // Nowhere written down; the view has to be made. It is not attached to any window.

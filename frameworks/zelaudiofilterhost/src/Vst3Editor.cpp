@@ -27,7 +27,7 @@ constexpr std::int64_t kMaxExtent = EditorSizeRequests::kMaxExtent;
 /// Enough for a view that finds its way to a size; one that wants another size after that wants one without end.
 constexpr int kMaxSizesInOneGo = 4;
 
-Rect BoundRect(const ViewRect& given) {
+Rect BoundViewRect(const ViewRect& given) {
     Rect rect;
     rect.left = given.left;
     rect.top = given.top;
@@ -230,7 +230,7 @@ bool Vst3Editor::PassKey(int osCode, int modifiers, unsigned short character, bo
 Rect Vst3Editor::AskRect() const {
     ViewRect rect;
     const tresult result = Ask(mView, [&rect](IPlugView& view) { return view.getSize(&rect); });
-    return result == Steinberg::kResultTrue ? BoundRect(rect) : Rect();
+    return result == Steinberg::kResultTrue ? BoundViewRect(rect) : Rect();
 }
 
 Point Vst3Editor::GetWantedSize() const {
@@ -253,7 +253,7 @@ void Vst3Editor::GiveSizes() {
         const ViewRect size = *std::exchange(mAskedSize, {});
         if (given && IsSameRect(size, *given)) break;
         given = size;
-        mWanted = BoundRect(size);
+        mWanted = BoundViewRect(size);
         // A copy: it may write into it.
         ViewRect lent = size;
         Ask(mView, [&lent](IPlugView& view) { return view.onSize(&lent); });

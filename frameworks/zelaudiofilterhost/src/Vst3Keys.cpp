@@ -18,7 +18,7 @@ std::int16_t FindAddedKey(int osCode) {
     return static_cast<std::int16_t>(osCode >= kF13 && osCode <= kF24 ? 65 + (osCode - kF13) : 0);
 }
 
-std::int16_t TranslateModifiers(int modifiers) {
+std::int16_t TranslateVst3Modifiers(int modifiers) {
     constexpr int kShift = 1;
     constexpr int kControl = 2;
     constexpr int kAlt = 4;
@@ -36,7 +36,7 @@ Vst3Key MakeVst3Key(int osCode, int modifiers, unsigned short character) {
     Vst3Key key;
     key.character = static_cast<char16_t>(common.character);
     key.virtualKey = common.virtualKey != 0 ? common.virtualKey : FindAddedKey(osCode);
-    key.modifiers = TranslateModifiers(modifiers);
+    key.modifiers = TranslateVst3Modifiers(modifiers);
     return key;
 }
 

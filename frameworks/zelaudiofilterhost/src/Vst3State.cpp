@@ -17,28 +17,27 @@ using Steinberg::kResultOk;
 
 namespace {
 
-typedef StateEnvelope::Bytes Bytes;
 typedef Vst3Parameters::Values Values;
 
-enum Part { kComponent, kController, kValues, kParts };
+enum Vst3Part { kComponent, kController, kValues, kParts };
 
 constexpr std::size_t kValueSize = sizeof(std::uint32_t) + sizeof(std::uint64_t);
 
-Vst3Ptr<Vst3MemoryStream> MakeStream(Bytes bytes) {
+Vst3Ptr<Vst3MemoryStream> MakeStream(StateEnvelope::Bytes bytes) {
     return Vst3Ptr<Vst3MemoryStream>::Adopt(new Vst3MemoryStream(std::move(bytes)));
 }
 
 /// What the half writes; empty for one that keeps no state. Throws when it has more than there is room for: what it
 /// wrote until then is no use.
 template <typename Half>
-Bytes ReadHalf(Half& half) {
-    const auto stream = MakeStream(Bytes());
+StateEnvelope::Bytes ReadHalf(Half& half) {
+    const auto stream = MakeStream(StateEnvelope::Bytes());
     const auto result = CallPlugin("when its state was asked", [&] { return half.getState(stream.Get()); });
     if (stream->HasRefused()) throw PluginLoadError("has too large a state");
-    return result == kResultOk ? stream->GetBytes() : Bytes();
+    return result == kResultOk ? stream->GetBytes() : StateEnvelope::Bytes();
 }
 
-Bytes PackValues(const Values& values) {
+StateEnvelope::Bytes PackValues(const Values& values) {
     StateWriter writer;
     for (const auto& [id, value] : values) {
         writer.Put(static_cast<std::uint32_t>(id));
@@ -47,7 +46,7 @@ Bytes PackValues(const Values& values) {
     return writer.TakeBytes();
 }
 
-std::optional<Values> UnpackValues(const Bytes& bytes) {
+std::optional<Values> UnpackValues(const StateEnvelope::Bytes& bytes) {
     if (bytes.size() % kValueSize != 0 || bytes.size() / kValueSize > Vst3ParameterMailbox::kMaxParameters) return {};
     Values values;
     StateReader reader(bytes);
@@ -68,7 +67,7 @@ Values ReadWaiting(const Vst3Parameters& parameters, BlockGate& gate) {
     return parameters.GetWaiting();
 }
 
-bool WriteComponent(const Bytes& bytes, const Vst3Instance& instance) {
+bool WriteComponent(const StateEnvelope::Bytes& bytes, const Vst3Instance& instance) {
     const auto stream = MakeStream(bytes);
     return CallPlugin("when it was given its state",
                       [&] { return instance.GetComponent().setState(stream.Get()) == kResultOk; });
@@ -78,8 +77,8 @@ bool WriteComponent(const Bytes& bytes, const Vst3Instance& instance) {
 void WriteController(const StateEnvelope& state, const Vst3Instance& instance) {
     if (instance.GetController() == nullptr) return;
     CallPlugin("when it was given its state", [&] {
-        const Bytes& component = state.parts[kComponent];
-        const Bytes& own = state.parts[kController];
+        const StateEnvelope::Bytes& component = state.parts[kComponent];
+        const StateEnvelope::Bytes& own = state.parts[kController];
         if (!component.empty()) instance.GetController()->setComponentState(MakeStream(component).Get());
         if (!own.empty()) instance.GetController()->setState(MakeStream(own).Get());
     });
@@ -91,8 +90,9 @@ std::optional<StateEnvelope> Vst3State::Read(const Vst3Instance& instance, const
                                              BlockGate& gate) {
     try {
         const Values waiting = ReadWaiting(parameters, gate);
-        Bytes component = ReadHalf(instance.GetComponent());
-        Bytes controller = instance.GetController() != nullptr ? ReadHalf(*instance.GetController()) : Bytes();
+        StateEnvelope::Bytes component = ReadHalf(instance.GetComponent());
+        StateEnvelope::Bytes controller =
+            instance.GetController() != nullptr ? ReadHalf(*instance.GetController()) : StateEnvelope::Bytes();
         const Values values = component.empty() ? parameters.GetAll() : waiting;
         return StateEnvelope{StateEnvelope::kVst3Parts,
                              {std::move(component), std::move(controller), PackValues(values)}};

@@ -15,7 +15,7 @@ namespace {
 constexpr int kSize = 16;
 constexpr qreal kDiscShare = 0.42;
 constexpr qreal kCrossShare = 0.18;
-constexpr qreal kLineWidth = 1.4;
+constexpr qreal kCrossWidth = 1.4;
 constexpr int kHoverAlpha = 45;
 constexpr int kPressedAlpha = 100;
 
@@ -49,7 +49,7 @@ void ClearButton::paintEvent(QPaintEvent*) {
     }
     const QPointF down(size * kCrossShare, size * kCrossShare);
     const QPointF up(size * kCrossShare, -size * kCrossShare);
-    painter.setPen(QPen(color, kLineWidth, Qt::SolidLine, Qt::RoundCap));
+    painter.setPen(QPen(color, kCrossWidth, Qt::SolidLine, Qt::RoundCap));
     painter.drawLine(middle - down, middle + down);
     painter.drawLine(middle - up, middle + up);
 }

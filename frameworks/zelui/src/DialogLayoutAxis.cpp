@@ -8,9 +8,8 @@ namespace zelui {
 
 namespace {
 
-// What is left of wide gaps and margins when the room is needed.
+// What is left of wide gaps when the room is needed.
 constexpr float kSmallestGap = 9.0f;
-constexpr float kSmallestMargin = 4.0f;
 // Frames that touch share the line between them.
 constexpr float kSharedLine = 1.0f;
 

@@ -19,6 +19,9 @@ struct Span {
     float GetGrowth() const { return need > size ? need - size : 0.0f; }
 };
 
+/// What is left of the margin behind the last child when the room is needed.
+constexpr float kSmallestMargin = 4.0f;
+
 /// The children of a node along one axis, for the one time when each is given the size that it needs.
 class ZELUI_API DialogLayoutAxis {
 public:

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "DialogLayoutAxis.h"
 #include "DialogLayoutGrowth.h"
 
 namespace zelui {
@@ -12,8 +13,6 @@ using zelcore::geom::RectF;
 
 namespace {
 
-/// What is left of the margin behind the last child when the room is needed.
-constexpr float kSmallestMargin = 4.0f;
 /// Between the lines of a row.
 constexpr float kLineGap = 5.0f;
 

@@ -9,7 +9,7 @@ namespace zelui {
 namespace {
 
 // More than any path or name that means something.
-const qsizetype kMaximumLength = 2000;
+const qsizetype kLongestLabel = 2000;
 
 }  // namespace
 
@@ -19,7 +19,7 @@ ElidedLabel::ElidedLabel(QWidget* parent) : QLabel(parent) {
 }
 
 void ElidedLabel::SetFullText(const QString& text) {
-    const QString line = ToOneLine(text, kMaximumLength);
+    const QString line = ToOneLine(text, kLongestLabel);
     if (line == mFullText) return;
     mFullText = line;
     setAccessibleName(mFullText);

@@ -21,7 +21,7 @@ std::deque<std::weak_ptr<End>>& GetWaiting() {
     return *waiting;
 }
 
-void Tell(End& end) {
+void TellEnd(End& end) {
     const boost::intrusive_ptr<ui::UI_Node> control = std::move(end.control);
     end.control.reset();
     if (control && control->GetRefCount() > 1) CallOut("A control's handler", end.tell);
@@ -41,7 +41,7 @@ void LateGestureEnds::TellAll() {
     while (!GetWaiting().empty()) {
         const std::shared_ptr<End> end = GetWaiting().front().lock();
         GetWaiting().pop_front();
-        if (end) Tell(*end);
+        if (end) TellEnd(*end);
     }
 }
 

@@ -22,7 +22,7 @@ namespace {
 const qsizetype kShownLines = 16;
 const qsizetype kKeptLines = 2000;
 // About what stands in one line; a word longer than that has none to break at.
-const qsizetype kLineWidth = 40;
+const qsizetype kShownCharacters = 40;
 
 // Qt gives a message box its size only now, after anybody else could ask for it.
 class BoxWindow final : public QMessageBox {
@@ -114,10 +114,10 @@ private:
     }
 
     void SetMessage(const QString& message) {
-        const QString shown = CutOff(message, kShownLines, kLineWidth);
-        mWindow->setText(MakeBreakable(shown, kLineWidth));
+        const QString shown = CutOff(message, kShownLines, kShownCharacters);
+        mWindow->setText(MakeBreakable(shown, kShownCharacters));
         if (shown == message) return;
-        mWindow->setDetailedText(CutOff(message, kKeptLines, kLineWidth));
+        mWindow->setDetailedText(CutOff(message, kKeptLines, kShownCharacters));
     }
 
     bool Cancel() override {

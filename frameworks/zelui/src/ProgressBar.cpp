@@ -8,7 +8,7 @@ namespace zelui {
 
 namespace {
 
-const qsizetype kMaximumLength = 200;
+const qsizetype kLongestProgressText = 200;
 
 }  // namespace
 
@@ -23,7 +23,7 @@ void ProgressBar::SetCount(unsigned long current, unsigned long total) {
 }
 
 void ProgressBar::SetBarText(const QString& text) {
-    const QString line = ToOneLine(text, kMaximumLength);
+    const QString line = ToOneLine(text, kLongestProgressText);
     if (line == mBarText) return;
     mBarText = line;
     setAccessibleDescription(mBarText);

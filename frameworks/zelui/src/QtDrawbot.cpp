@@ -17,10 +17,11 @@ const qsizetype kLongestLine = 10000;
 const float kWidestStroke = 1.0e6f;
 
 // Also for what is no number.
-float Bound(float part) { return part > 0.0f ? std::min(part, 1.0f) : 0.0f; }
+float BoundPart(float part) { return part > 0.0f ? std::min(part, 1.0f) : 0.0f; }
 
 QColor ToQtColor(const ColorRGBA& color) {
-    return QColor::fromRgbF(Bound(color.red), Bound(color.green), Bound(color.blue), Bound(color.alpha));
+    return QColor::fromRgbF(BoundPart(color.red), BoundPart(color.green), BoundPart(color.blue),
+                            BoundPart(color.alpha));
 }
 
 }  // namespace

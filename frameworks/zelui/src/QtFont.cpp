@@ -19,7 +19,7 @@ const qsizetype kLongestCharacter = 64;
 
 bool IsJoiner(QChar unit) { return unit == QChar(0x200D); }
 
-bool ContinuesCharacter(const QString& text, qsizetype position) {
+bool IsWithinCharacter(const QString& text, qsizetype position) {
     return text[position].isLowSurrogate() || text[position].isMark() || IsJoiner(text[position]) ||
            IsJoiner(text[position - 1]);
 }
@@ -30,7 +30,7 @@ qsizetype FindCut(const QString& text, qsizetype position) {
     if (position >= text.size()) return text.size();
     const qsizetype first = std::max<qsizetype>(1, position - kLongestCharacter);
     for (qsizetype cut = position; cut >= first; --cut) {
-        if (!ContinuesCharacter(text, cut)) return cut;
+        if (!IsWithinCharacter(text, cut)) return cut;
     }
     return std::max<qsizetype>(1, position);
 }

@@ -1,11 +1,11 @@
 #include "QtSupplier.h"
 
 #include <cstdint>
-#include <QApplication>
 
 #include "Fonts.h"
 #include "HighContrast.h"
 #include "ImageDrawbot.h"
+#include "QtApplication.h"
 #include "QtFont.h"
 #include "QtPath.h"
 
@@ -16,8 +16,6 @@ namespace {
 
 const float kLargestFont = 1000.0f;
 const std::int64_t kMostPixels = 64'000'000;
-
-bool HasApplication() { return qobject_cast<QApplication*>(QCoreApplication::instance()) != nullptr; }
 
 // The size in pixels; empty when it is refused.
 QSize FindPixels(int width, int height, int scale) {
@@ -31,7 +29,7 @@ QSize FindPixels(int width, int height, int scale) {
 }  // namespace
 
 boost::intrusive_ptr<Font> QtSupplier::NewFont(const zelcore::ustring& name, int style, float size) const {
-    if (!HasApplication() || !(size > 0.0f && size <= kLargestFont)) return nullptr;
+    if (!HasQtApplication() || !(size > 0.0f && size <= kLargestFont)) return nullptr;
     return new QtFont(MakeFont(name, style, size));
 }
 

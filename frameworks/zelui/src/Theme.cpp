@@ -7,14 +7,13 @@
 #include <zelui/Theme.h>
 
 #include "ColorContrast.h"
+#include "QtApplication.h"
 #include "ThemeWatch.h"
 
 namespace zelui {
 namespace ui {
 
 namespace {
-
-bool HasApplication() { return qobject_cast<QApplication*>(QCoreApplication::instance()) != nullptr; }
 
 drawbot::ColorRGBA ToColorRGBA(const QColor& color) {
     return {color.redF(), color.greenF(), color.blueF(), color.alphaF()};
@@ -50,7 +49,7 @@ Theme& Theme::Get() {
 }
 
 float Theme::GetBrightness() const {
-    if (!HasApplication()) return 1.0f;
+    if (!HasQtApplication()) return 1.0f;
     return GetLightness(QApplication::palette().color(QPalette::Active, QPalette::Window));
 }
 
@@ -70,11 +69,11 @@ ThemeClient::~ThemeClient() = default;
 ThemeOwner::~ThemeOwner() = default;
 
 zelcore::ustring GetFontName(int) {
-    return HasApplication() ? qt::FromQString(QApplication::font().family()) : zelcore::ustring();
+    return HasQtApplication() ? qt::FromQString(QApplication::font().family()) : zelcore::ustring();
 }
 
 drawbot::ColorRGBA GetColor(int number) {
-    if (!HasApplication()) return drawbot::ColorRGBA();
+    if (!HasQtApplication()) return drawbot::ColorRGBA();
     const QPalette palette = QApplication::palette();
     switch (number) {
         case kColorListTextHighlighted:

@@ -12,7 +12,7 @@ namespace controls {
 
 namespace {
 
-bool IsUsable(const UI_ControlView& control) {
+bool IsUsableControl(const UI_ControlView& control) {
     return control.UI_WantsKeyboardFocus() || dynamic_cast<const UI_Button*>(&control) != nullptr;
 }
 
@@ -104,7 +104,7 @@ UI_MultiColumnTree::TreeCells::Cell UI_MultiColumnTree::TreeCells::Find(const ui
 UI_MultiColumnTree::TreeCells::ControlPtr UI_MultiColumnTree::TreeCells::FindControl(const UI_MultiColumnTreeRow& row,
                                                                                      int column) const {
     ui::UI_SubView* const view = FindView(row, column);
-    return view != nullptr ? FindShown(*view, IsUsable) : nullptr;
+    return view != nullptr ? FindShown(*view, IsUsableControl) : nullptr;
 }
 
 UI_MultiColumnTree::TreeCells::ControlPtr UI_MultiColumnTree::TreeCells::FindTabStop(const UI_MultiColumnTreeRow& row,

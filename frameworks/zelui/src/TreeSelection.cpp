@@ -10,7 +10,7 @@ namespace controls {
 
 namespace {
 
-void Tell(const UI_MultiColumnTree::SelectionChangedCallback& callback) {
+void TellSelection(const UI_MultiColumnTree::SelectionChangedCallback& callback) {
     // It may be replaced while it runs.
     UI_MultiColumnTree::SelectionChangedCallback called;
     called = callback;
@@ -38,8 +38,8 @@ public:
         ++mSelection.mGeneration;
         Impl& impl = mSelection.mImpl;
         impl.Changed();
-        if (rowsChanged) Tell(impl.GetCallbacks().rowsSelection);
-        if (cellChanged) Tell(impl.GetCallbacks().cellSelection);
+        if (rowsChanged) TellSelection(impl.GetCallbacks().rowsSelection);
+        if (cellChanged) TellSelection(impl.GetCallbacks().cellSelection);
     }
     Change(const Change&) = delete;
     Change& operator=(const Change&) = delete;

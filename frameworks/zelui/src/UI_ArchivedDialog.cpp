@@ -18,7 +18,7 @@ namespace ui {
 
 namespace {
 
-typedef boost::intrusive_ptr<UI_Node> NodePtr;
+typedef boost::intrusive_ptr<UI_Node> DialogNodePtr;
 
 DialogLayoutItem ReadNodes(const utility::OS_ResourceManager* resources, const std::string& name,
                            const UI_ArchivedDialog::NodeFactory& factory) {
@@ -39,11 +39,11 @@ DialogLayoutItem LoadNodes(const utility::OS_ResourceManager* resources, const s
     }
 }
 
-NodePtr FindNode(const NodePtr& node, const std::string& id) {
+DialogNodePtr FindNode(const DialogNodePtr& node, const std::string& id) {
     if (std::string_view(node->UI_GetID()) == id) return node;
     const UI_Container* const container = node->UI_AsContainer();
     for (std::size_t i = 0; container != nullptr && i < container->ChildCount(); ++i) {
-        if (const NodePtr found = FindNode(container->ChildAt(i), id)) return found;
+        if (const DialogNodePtr found = FindNode(container->ChildAt(i), id)) return found;
     }
     return nullptr;
 }
@@ -71,7 +71,7 @@ UI_ArchivedDialog::ArchivedPeer& UI_ArchivedDialog::GetArchivedPeer() const {
     return static_cast<ArchivedPeer&>(GetPeer());
 }
 
-NodePtr UI_ArchivedDialog::GetNodeForID(const std::string& id) const { return FindNode(GetContentNode(), id); }
+DialogNodePtr UI_ArchivedDialog::GetNodeForID(const std::string& id) const { return FindNode(GetContentNode(), id); }
 
 const boost::intrusive_ptr<UI_SubView>& UI_ArchivedDialog::GetContentNode() const {
     return GetArchivedPeer().GetRoot();

@@ -22,10 +22,10 @@ using zelcore::geom::RectF;
 using zelcore::threads::MainLoop;
 
 // What Qt can place and a float can tell apart.
-constexpr float kLargest = 16000000.0f;
+constexpr float kLargestCoordinate = 16000000.0f;
 
 bool IsUsable(const RectF& rect) {
-    const auto usable = [](float number) { return std::isfinite(number) && std::fabs(number) <= kLargest; };
+    const auto usable = [](float number) { return std::isfinite(number) && std::fabs(number) <= kLargestCoordinate; };
     return usable(rect.left) && usable(rect.top) && usable(rect.width) && usable(rect.height);
 }
 

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 #include <QApplication>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QTest>
 #include <zelaudiofilterhost/BannedPluginManager.h>
@@ -59,6 +60,11 @@ protected:
         EXPECT_FALSE(GetEnabledBox(0)->IsChecked());
         EXPECT_TRUE(IsEnabled(mEnabled));
         EXPECT_TRUE(GetEnabledBox(1)->IsChecked());
+    }
+    /// Whether the progress dialog names the plug-in as the one that is being scanned.
+    bool IsShownAsScanned(const QString& name) const {
+        const auto* const bar = FindBox() != nullptr ? FindBox()->findChild<QProgressBar*>("ProgressBar") : nullptr;
+        return bar != nullptr && bar->text().contains(name);
     }
     /// Presses the cancel button of the progress dialog as soon as it is there.
     void CancelScan() {
@@ -143,10 +149,14 @@ TEST_F(RescanTest, AChoiceSurvivesAMoveOfTheFolderList) {
 
 TEST_F(RescanTest, ACancelledScanKeepsWhatWasFoundAndSetsAsideWhatItWasStoppedIn) {
     const std::string gain = Put("vst/good/zel_gain.so", "a.so");
-    const std::string hangs = Put("vst/bad/hang_when_opened.so", "b.so");
+    const std::string hangs = Put("vst/bad/hang_when_opened.so", "hangs.so");
     RunDialog([&] {
-        WhenTrue([&] { return PluginModuleInfoManager::GetInstance().FindPluginInfo(Locate(gain)) != nullptr; },
-                 [this] { CancelScan(); });
+        WhenTrue(
+            [&] {
+                return PluginModuleInfoManager::GetInstance().FindPluginInfo(Locate(gain)) != nullptr &&
+                       IsShownAsScanned("hangs");
+            },
+            [this] { CancelScan(); });
         Click("UpdateButton");
         EXPECT_THAT(ReadPaths(), ElementsAre(gain, hangs));
         EXPECT_THAT(ReadStatus(),

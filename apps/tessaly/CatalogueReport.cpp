@@ -10,6 +10,7 @@
 #include <zelcore/Serialization.h>
 #include <zelcore/Utf.h>
 
+#include "FormatName.h"
 #include "TerminalText.h"
 
 namespace tessaly {
@@ -20,10 +21,7 @@ namespace serialization = zelcore::serialization;
 
 namespace {
 
-std::string GetFormatWord(TechnologyType type) {
-    const auto technology = PluginModuleInfoManager::GetInstance().GetPluginTechnology(type);
-    return technology ? TerminalText::FromText(technology->GetName()) : std::string();
-}
+std::string GetFormatWord(TechnologyType type) { return TerminalText::FromText(GetFormatName(type)); }
 
 std::string GetKind(const PluginModuleInfo& info) {
     const auto& components = info.GetComponents();

@@ -14,12 +14,12 @@
 #include <boost/ref.hpp>
 #include <zelaudiofilterhostui/AudioFilterViewFactory.h>
 #include <zelaudiofilterhostui/GenericAudioFilterEditorView.h>
-#include <zelcore/Localizer.h>
-#include <zelcore/StringUtils.h>
-#include <zelcore/Utf.h>
 #include <zelui/Application.h>
 #include <zelui/QtBridge.h>
 #include <zelui/SupplierInterface.h>
+
+#include "LocalText.h"
+#include "WindowAccessible.h"
 
 namespace tessaly {
 
@@ -27,7 +27,7 @@ using zelaudiofilterhostui::AudioFilterChannelMapEditorView;
 using zelaudiofilterhostui::AudioFilterEditorViewBase;
 using zelaudiofilterhostui::AudioFilterViewFactory;
 using zelaudiofilterhostui::GenericAudioFilterEditorView;
-using zelcore::config::Localize;
+using zelui::qt::ToQString;
 
 namespace {
 
@@ -48,11 +48,6 @@ bool IsOneColour(const QImage& picture) {
     return true;
 }
 
-QString MakeChannelMapTitle(const zelaudiofilterhost::AudioFilter& filter) {
-    return zelui::qt::ToQString(
-        zelcore::utility::FillPlaceholders(Localize("$$$/tessaly/ChannelMapTitle=@0: Channels"), {filter.GetName()}));
-}
-
 }  // namespace
 
 /// The view as a widget that can be told to pass the focus on: Qt's own order knows nothing of the nodes in it.
@@ -65,7 +60,8 @@ public:
 EditorWindow::EditorWindow(const FilterPtr& filter)
     : mFilter(filter), mLayout(new QVBoxLayout(this)), mScrollArea(nullptr), mIsOwnEditor(false) {
     setObjectName(QStringLiteral("EditorWindow"));
-    SetTitle(zelui::qt::ToQString(filter->GetName()));
+    SetWindowRole(*this, QAccessible::Window);
+    setWindowTitle(TitleText(ToQString(filter->GetName())));
     mLayout->setContentsMargins(0, 0, 0, 0);
     mLayout->setSpacing(0);
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { OnFocusChanged(now); });
@@ -77,20 +73,15 @@ EditorWindow::~EditorWindow() {
     if (mView) mView->CloseEditor();
 }
 
-void EditorWindow::SetTitle(QString title) {
-    // What Qt would take for its mark of unsaved changes.
-    setWindowTitle(title.replace(QStringLiteral("[*]"), QStringLiteral("[*][*]")));
-}
-
 void EditorWindow::Open(bool generic) {
     // Plug-ins' editors need a real window of a real display to live in.
     const bool own = !generic && mFilter->HasEditor() && zelui::Application::HasDisplay();
     const QPointer<EditorWindow> self(this);
     if (own && OpenOwnEditor()) return;
     if (!self) return;
-    const char* const failed =
-        "$$$/tessaly/EditorFailed=The plug-in's own editor did not open. These are its parameters.";
-    OpenGenericEditor(own ? zelui::qt::ToQString(Localize(failed)) : QString());
+    OpenGenericEditor(
+        own ? LocalText("$$$/tessaly/EditorFailed=The plug-in's own editor did not open. These are its parameters.")
+            : QString());
 }
 
 QPixmap EditorWindow::TakePicture() {
@@ -163,7 +154,7 @@ void EditorWindow::OpenGenericEditor(const QString& note) {
     if (mFilter->GetParameterCount() > 0)
         AddScrollArea(new zelui::qt::NodeWidget(GenericAudioFilterEditorView::Create(mFilter)));
     else
-        AddNote(zelui::qt::ToQString(Localize("$$$/tessaly/NoParameters=This effect has no parameters.")));
+        AddNote(LocalText("$$$/tessaly/NoParameters=This effect has no parameters."));
     show();
 }
 
@@ -171,6 +162,8 @@ void EditorWindow::AddScrollArea(QWidget* content) {
     mScrollArea = new QScrollArea;
     mScrollArea->setObjectName(QStringLiteral("EditorScrollArea"));
     mScrollArea->setFrameShape(QFrame::NoFrame);
+    // Whatever in it gets the focus is scrolled into view.
+    mScrollArea->setFocusPolicy(Qt::NoFocus);
     mScrollArea->verticalScrollBar()->setSingleStep(kRowHeight);
     mScrollArea->setWidget(content);
     mLayout->addWidget(mScrollArea);
@@ -197,7 +190,7 @@ void EditorWindow::OpenChannelMap() {
         AudioFilterChannelMapEditorView::Create(mFilter, zelui::drawbot::SupplierInterface::GetDefault());
     view->GetChannelMapChangedInteractivelySignal().connect(boost::ref(mRoutingChanged));
     mView = view;
-    SetTitle(MakeChannelMapTitle(*mFilter));
+    setWindowTitle(TitleText(LocalText("$$$/tessaly/ChannelMapTitle=@0: Channels", ToQString(mFilter->GetName()))));
     Content* const content = new Content(mView);
     const bool scrolls = mView->CanScrollContent();
     if (scrolls) {

@@ -35,6 +35,9 @@ public:
     /// Shows the window with the routing of the track's channels through the filter.
     void OpenChannelMap();
 
+    /// Whether the plug-in's own editor is what the window shows.
+    bool IsOwnEditorOpen() const { return mIsOwnEditor; }
+
     /// Fired after each change of the routing that the user made in this window.
     RoutingChangedSignal& GetRoutingChangedSignal() { return mRoutingChanged; }
 
@@ -44,7 +47,6 @@ public:
 private:
     class Content;
 
-    void SetTitle(QString title);
     /// False when there is to be another editor instead.
     bool OpenOwnEditor();
     void OpenGenericEditor(const QString& note);

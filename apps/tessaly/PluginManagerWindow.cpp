@@ -6,7 +6,6 @@
 #include <zelcore/FileError.h>
 #include <zelcore/Localizer.h>
 #include <zelcore/StringUtils.h>
-#include <zelcore/Utf.h>
 #include <zelui/MessageBox.h>
 #include <zelui/SupplierInterface.h>
 
@@ -25,7 +24,7 @@ bool AsksToOpenAgain(const zelcore::filesupport::FileError& error, HWND parent) 
         Localize("$$$/tessaly/CatalogueNotKept=The plug-in manager's changes could not be saved or taken back: "
                  "@0\n\nOpen the plug-in manager again, with everything as it was left? Otherwise what was not saved "
                  "is lost."),
-        {zelcore::utility::UTF8to16(error.what())});
+        {error.GetLocalizedText()});
     return messagebox::Messagebox(zelui::drawbot::SupplierInterface::GetDefault(), zelcore::config::GetClientName(),
                                   question, messagebox::kYesButton | messagebox::kNoAnswerButton,
                                   messagebox::kYesButton, messagebox::kIconCaution, parent, messagebox::ButtonHandler(),

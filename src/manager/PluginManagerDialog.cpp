@@ -301,8 +301,8 @@ void PluginManagerDialog::TellOfFailure(const std::function<void()>& work) {
     try {
         work();
     } catch (const zelcore::filesupport::FileError& error) {
-        messagebox::ShowCaution(GetSupplier(), zelcore::config::GetClientName(),
-                                zelcore::utility::UTF8to16(error.what()), GetPlatformWindow(false));
+        messagebox::ShowCaution(GetSupplier(), zelcore::config::GetClientName(), error.GetLocalizedText(),
+                                GetPlatformWindow(false));
     }
 }
 

@@ -34,7 +34,7 @@ SessionRecord SessionFile::Load(const std::string& path) {
 void SessionFile::Save(const std::string& path, const SessionRecord& session) {
     const std::string fullPath = GetFullPath(path);
     const QByteArray text = SessionWriter::Write(session, GetFolder(fullPath));
-    FileUtils::SimpleWriteStringToFile(UTF8to16(fullPath), {text.data(), static_cast<std::size_t>(text.size())});
+    FileUtils::WriteStringToFileDurably(UTF8to16(fullPath), {text.data(), static_cast<std::size_t>(text.size())});
 }
 
 }  // namespace tessaly

@@ -17,8 +17,8 @@ public:
     /// Throws std::runtime_error that says in plain words what is wrong: no such file, too large, no session, of a
     /// later version of the program, or with values that make no sense.
     static SessionRecord Load(const std::string& path);
-    /// Writes beside and renames: whatever happens, the file is the old one or the new one. Throws std::runtime_error
-    /// with the reason; the old file is then untouched.
+    /// Writes beside and renames: whatever happens, a power cut included, the file is the old one or the new one.
+    /// Throws std::runtime_error with the reason; the old file is then untouched.
     static void Save(const std::string& path, const SessionRecord& session);
 };
 

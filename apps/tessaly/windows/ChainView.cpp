@@ -9,6 +9,7 @@
 
 #include <boost/bind/bind.hpp>
 
+#include "FormatName.h"
 #include "LocalText.h"
 #include "Session.h"
 
@@ -19,17 +20,6 @@ using zelui::qt::ToQString;
 namespace {
 
 enum Column { kEffectColumn, kVendorColumn, kFormatColumn, kStateColumn, kColumnCount };
-
-QString GetFormatText(const ChainEffect& effect) {
-    switch (effect.GetLocator().GetTechnologyType()) {
-        case zelaudiofilterhost::kTechnologyVST:
-            return QStringLiteral("VST");
-        case zelaudiofilterhost::kTechnologyVST3:
-            return QStringLiteral("VST3");
-        default:
-            return QString();
-    }
-}
 
 QString GetStateText(const ChainEffect& effect) {
     if (effect.IsMissing()) return LocalText("$$$/tessaly/Chain/Missing=Missing");
@@ -113,7 +103,7 @@ void ChainView::RefreshRow(int index) {
     item->setCheckState(kEffectColumn, effect.IsBypassed() ? Qt::Unchecked : Qt::Checked);
     item->setText(kEffectColumn, ToQString(effect.GetName()));
     item->setText(kVendorColumn, ToQString(effect.GetVendor()));
-    item->setText(kFormatColumn, GetFormatText(effect));
+    item->setText(kFormatColumn, ToQString(GetFormatName(effect.GetLocator().GetTechnologyType())));
     item->setText(kStateColumn, GetStateText(effect));
     const QString trouble = ToQString(effect.GetTrouble());
     const QVariant colour =
@@ -122,11 +112,21 @@ void ChainView::RefreshRow(int index) {
         item->setToolTip(column, ToolTipText(trouble));
         item->setData(column, Qt::ForegroundRole, colour);
     }
-    // A screen reader says what a missing effect's colour does.
-    const QString state = item->text(kStateColumn);
-    item->setData(kEffectColumn, Qt::AccessibleTextRole,
-                  state.isEmpty() ? item->text(kEffectColumn) : item->text(kEffectColumn) + ", " + state);
+    DescribeRow(*item);
     item->setData(kEffectColumn, Qt::AccessibleDescriptionRole, trouble);
+}
+
+/// For screen readers, which say what a missing effect's colour does, and stop at empty cells too.
+void ChainView::DescribeRow(QTreeWidgetItem& item) {
+    const QString state = item.text(kStateColumn);
+    item.setData(kEffectColumn, Qt::AccessibleTextRole,
+                 state.isEmpty() ? item.text(kEffectColumn) : item.text(kEffectColumn) + ", " + state);
+    item.setData(kStateColumn, Qt::AccessibleTextRole, state.isEmpty() ? LocalText("$$$/tessaly/Chain/On=On") : state);
+    for (const Column column : {kVendorColumn, kFormatColumn}) {
+        const QString text = item.text(column);
+        item.setData(column, Qt::AccessibleTextRole,
+                     text.isEmpty() ? LocalText("$$$/tessaly/Chain/Unknown=Unknown") : text);
+    }
 }
 
 void ChainView::MoveTo(int from, int to) {

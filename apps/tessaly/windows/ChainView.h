@@ -41,6 +41,7 @@ protected:
 private:
     void Refresh();
     void RefreshRow(int index);
+    static void DescribeRow(QTreeWidgetItem& item);
     int FindChosen() const;
     void NoteChosen();
     void ToggleCurrent();

@@ -13,6 +13,7 @@
 #include <QVBoxLayout>
 
 #include "LocalText.h"
+#include "WindowAccessible.h"
 
 namespace tessaly {
 
@@ -35,6 +36,7 @@ EffectMenu::EffectMenu(QWidget* parent)
       mNothing(new QLabel),
       mScanButton(new QPushButton(LocalText("$$$/tessaly/Effects/Scan=Scan for Plug-Ins"))) {
     setObjectName(QStringLiteral("EffectMenu"));
+    SetWindowRole(*this, QAccessible::Dialog);
     setAccessibleName(LocalText("$$$/tessaly/Effects/Menu=Add an effect"));
     mSearch->setObjectName(QStringLiteral("EffectSearch"));
     mSearch->setAccessibleName(LocalText("$$$/tessaly/Effects/Search=Search effects"));

@@ -37,23 +37,32 @@ LevelMeters::LevelMeters(QWidget* parent) : QWidget(parent) {
     setObjectName(QStringLiteral("Levels"));
     setAccessibleName(LocalText("$$$/tessaly/Levels=Levels"));
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    Advance({});
 }
 
 void LevelMeters::Advance(const std::vector<float>& peaks) {
-    if (peaks.size() != mChannels.size()) {
+    bool isChanged = peaks.size() != mChannels.size();
+    if (isChanged) {
         mChannels.assign(peaks.size(), Channel());
         updateGeometry();
     }
     for (std::size_t i = 0; i < peaks.size(); ++i) {
-        Channel& channel = mChannels[i];
-        channel.isOver |= peaks[i] > 1.0f;
-        channel.level = std::max(ToDecibels(peaks[i]), channel.level - kFall);
-        if (channel.level >= channel.held || --channel.heldFor < 0) {
-            channel.held = channel.level;
-            channel.heldFor = kHoldCalls;
-        }
+        const Channel before = mChannels[i];
+        Follow(mChannels[i], peaks[i]);
+        isChanged |= !mChannels[i].LooksLike(before);
     }
+    // It is called all the time, and most of the time nothing is played.
+    if (isChanged) Show();
+}
+
+void LevelMeters::Follow(Channel& channel, float peak) {
+    channel.isOver |= peak > 1.0f;
+    channel.level = std::max(ToDecibels(peak), channel.level - kFall);
+    if (channel.level < channel.held && --channel.heldFor >= 0) return;
+    channel.held = channel.level;
+    channel.heldFor = kHoldCalls;
+}
+
+void LevelMeters::Show() {
     Describe();
     update();
 }
@@ -68,7 +77,10 @@ void LevelMeters::Describe() {
                          ? LocalText("$$$/tessaly/LevelOver=Channel @0: @1 dB, was beyond full scale", channel, level)
                          : LocalText("$$$/tessaly/Level=Channel @0: @1 dB", channel, level));
     }
-    setToolTip(texts.join(QLatin1Char('\n')));
+    const QString text = texts.join(QLatin1Char('\n'));
+    // Screen readers are told of each change.
+    if (text == toolTip()) return;
+    setToolTip(text);
     setAccessibleDescription(texts.join(QStringLiteral(", ")));
 }
 
@@ -109,8 +121,7 @@ void LevelMeters::Paint(QPainter& painter, const QRectF& bar, const Channel& cha
 
 void LevelMeters::ClearOver() {
     for (Channel& channel : mChannels) channel.isOver = false;
-    Describe();
-    update();
+    Show();
 }
 
 void LevelMeters::mousePressEvent(QMouseEvent*) { ClearOver(); }

@@ -34,9 +34,15 @@ private:
         float held = kLowest;
         int heldFor = 0;  ///< calls of Advance that the mark stays
         bool isOver = false;
+
+        bool LooksLike(const Channel& other) const {
+            return level == other.level && held == other.held && isOver == other.isOver;
+        }
     };
 
+    static void Follow(Channel& channel, float peak);
     void Paint(QPainter& painter, const QRectF& bar, const Channel& channel) const;
+    void Show();
     void Describe();
 
     std::vector<Channel> mChannels;

@@ -3,9 +3,14 @@
 #include <QFileInfo>
 #include <QTextDocument>
 
+#include <zelcore/FileError.h>
+
 namespace tessaly {
 
-QString ErrorText(const std::exception& error) { return QString::fromUtf8(error.what()); }
+QString ErrorText(const std::exception& error) {
+    const auto* const ofFile = dynamic_cast<const zelcore::filesupport::FileError*>(&error);
+    return ofFile != nullptr ? zelui::qt::ToQString(ofFile->GetLocalizedText()) : QString::fromUtf8(error.what());
+}
 
 QString FileNameText(const std::string& path) { return QFileInfo(QString::fromStdString(path)).fileName(); }
 

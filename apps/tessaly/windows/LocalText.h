@@ -19,7 +19,7 @@ QString LocalText(std::string_view keyAndDefault, const Values&... values) {
                                                                    {zelui::qt::FromQString(values)...}));
 }
 
-/// An exception's text, which is UTF-8.
+/// An exception's text, which is UTF-8; of one that has its text in the user's language that text.
 QString ErrorText(const std::exception& error);
 
 /// The name of a file, whose path is UTF-8, without its folders.

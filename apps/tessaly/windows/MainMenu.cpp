@@ -13,6 +13,9 @@ namespace tessaly {
 
 namespace {
 
+/// Qt names the item that opens a menu, and not the menu.
+void NameForReaders(QMenu& menu) { menu.setAccessibleName(menu.title().remove(QLatin1Char('&'))); }
+
 void ShowStep(MainWindow& window, const char* action, bool isPossible, const QString& text, const QString& textOfStep) {
     QAction* const found = window.findChild<QAction*>(QLatin1String(action));
     found->setText(isPossible ? textOfStep : text);
@@ -35,6 +38,7 @@ MainMenu::MainMenu(MainWindow& window) : mWindow(window) {
 QMenu& MainMenu::AddMenu(const char* objectName, const QString& title) {
     QMenu* const menu = mWindow.menuBar()->addMenu(title);
     menu->setObjectName(QLatin1String(objectName));
+    NameForReaders(*menu);
     return *menu;
 }
 
@@ -72,6 +76,7 @@ void MainMenu::FillFile() {
 
 void MainMenu::FillRecent(QMenu& menu) {
     menu.setObjectName(QStringLiteral("RecentMenu"));
+    NameForReaders(menu);
     menu.setToolTipsVisible(true);
     MainWindow* const window = &mWindow;
     QObject::connect(&menu, &QMenu::aboutToShow, window, [&menu, window] {

@@ -1,15 +1,12 @@
 #include "MainWindow.h"
 
-#include <algorithm>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDateTime>
 #include <QDialog>
 #include <QFileInfo>
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QMessageBox>
-#include <QMimeData>
 #include <QPushButton>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -19,8 +16,8 @@
 #include <zelui/Application.h>
 #include <zelui/SupplierInterface.h>
 
-#include "AudioFileFormat.h"
 #include "ChainView.h"
+#include "DroppedFile.h"
 #include "EffectMenu.h"
 #include "LocalText.h"
 #include "MainMenu.h"
@@ -58,6 +55,25 @@ bool CancelDialog() {
     return true;
 }
 
+QString DescribeLostRun(const RunMarker::LostRun& run) {
+    if (run.sessionPath.empty()) {
+        return LocalText(
+            "$$$/tessaly/LostUnsavedRun=Tessaly did not come to its end last time. The session had never been saved "
+            "and is lost.");
+    }
+    const QFileInfo file(QString::fromStdString(run.sessionPath));
+    if (!file.exists()) {
+        return LocalText(
+            "$$$/tessaly/LostRunWithoutFile=Tessaly did not come to its end last time. The file of its session, @0, "
+            "is not there any more.",
+            file.filePath());
+    }
+    return LocalText(
+        "$$$/tessaly/LostRun=Tessaly did not come to its end last time. \"@0\" is as it was saved at @1; later changes "
+        "are lost. Find it under File, Open Recent.",
+        file.fileName(), QLocale().toString(file.lastModified(), QLocale::ShortFormat));
+}
+
 }  // namespace
 
 MainWindow::MainWindow(CommandLine::Theme theme)
@@ -86,17 +102,7 @@ void MainWindow::TellOfLostRuns(const std::vector<RunMarker::LostRun>& runs) {
     for (const RunMarker::LostRun& run : runs) {
         // Nothing was lost with it.
         if (run.sessionPath.empty() && !run.wasModified) continue;
-        const QFileInfo file(QString::fromStdString(run.sessionPath));
-        if (!run.sessionPath.empty() && file.exists()) {
-            mNotice->Tell(
-                LocalText("$$$/tessaly/LostRun=Tessaly did not come to its end last time. \"@0\" is as it was "
-                          "saved at @1; later changes are lost. Find it under File, Open Recent.",
-                          file.fileName(), QLocale().toString(file.lastModified(), QLocale::ShortFormat)));
-        } else {
-            mNotice->Tell(
-                LocalText("$$$/tessaly/LostUnsavedRun=Tessaly did not come to its end last time. The session "
-                          "had never been saved and is lost."));
-        }
+        mNotice->Tell(DescribeLostRun(run));
     }
 }
 
@@ -124,7 +130,7 @@ QWidget* MainWindow::MakeSoundPanel() {
     panel->GetSoundSignal().connect(
         [this](const std::string& path) { path.empty() ? mFiles.OpenSound(path) : mFiles.OpenAny(path); });
     panel->GetSideChainSignal().connect([this](const std::string& path) { mFiles.OpenSideChain(path); });
-    panel->GetSideChainRemovedSignal().connect([this] { Try([this] { mFiles.RemoveSideChain(); }); });
+    panel->GetSideChainRemovedSignal().connect([this] { mFiles.Try([this] { mFiles.RemoveSideChain(); }); });
     return panel;
 }
 
@@ -205,14 +211,6 @@ void MainWindow::ShowChainButtons() {
 
 // What the menus and buttons do
 
-void MainWindow::Try(const std::function<void()>& action) {
-    try {
-        action();
-    } catch (const std::exception& error) {
-        mFiles.ShowError(ErrorText(error));
-    }
-}
-
 void MainWindow::Save() { mFiles.Save(); }
 
 void MainWindow::SaveAs() { mFiles.SaveAs({}); }
@@ -220,7 +218,7 @@ void MainWindow::SaveAs() { mFiles.SaveAs({}); }
 void MainWindow::AddEffect() { mEffectMenu->PopUp(*mAddButton); }
 
 void MainWindow::AddEffect(const zelaudiofilterhost::AudioFilterDescriptor& descriptor) {
-    Try([&] {
+    mFiles.Try([&] {
         const int index = mChainView->GetCurrentIndex() < 0 ? static_cast<int>(mSession.GetEffects().size())
                                                             : mChainView->GetCurrentIndex() + 1;
         mSession.Insert(static_cast<std::size_t>(index), descriptor);
@@ -232,15 +230,15 @@ void MainWindow::AddEffect(const zelaudiofilterhost::AudioFilterDescriptor& desc
 void MainWindow::OpenEditor(EditorKind kind) {
     const int index = mChainView->GetCurrentIndex();
     if (index < 0) return;
-    Try([&] { mEffectWindows.Show(mSession.GetEffects()[static_cast<std::size_t>(index)], kind); });
+    mFiles.Try([&] { mEffectWindows.Show(mSession.GetEffects()[static_cast<std::size_t>(index)], kind); });
 }
 
 void MainWindow::OpenManager() {
-    Try([this] { PluginManagerWindow::Run(zelui::qt::GetWindowHandle(this)); });
+    mFiles.Try([this] { PluginManagerWindow::Run(zelui::qt::GetWindowHandle(this)); });
 }
 
 void MainWindow::Scan() {
-    Try([this] {
+    mFiles.Try([this] {
         zelaudiofilterhostui::AudioPluginScan scan(zelui::drawbot::SupplierInterface::GetDefault());
         scan.ScanForPlugins(zelui::qt::GetWindowHandle(this), false, true);
     });
@@ -251,14 +249,12 @@ void MainWindow::Render(const std::string& path) {
     if (path.empty()) {
         const QString suggestion = QFileInfo(QString::fromStdString(mSession.GetSoundPath())).completeBaseName() +
                                    LocalText("$$$/tessaly/Render/Suffix= (rendered)");
-        chosen = mFiles.ChooseNewFile(
-            LocalText("$$$/tessaly/Render/Title=Render"),
-            LocalText("$$$/tessaly/Files/Sounds=Sound files") + QStringLiteral(" (*.wav *.flac *.aiff *.aif *.ogg)"),
-            QStringLiteral(".wav"), suggestion);
+        chosen = mFiles.ChooseNewFile(LocalText("$$$/tessaly/Render/Title=Render"), SessionFiles::GetRenderFilter(),
+                                      QStringLiteral(".wav"), suggestion);
     }
     if (chosen.isEmpty()) return;
     mPlayer.Stop();
-    Try([&] {
+    mFiles.Try([&] {
         RenderJob job(mSession, chosen.toStdString(),
                       static_cast<std::int64_t>(kTailSeconds) * mSession.GetSampleRate());
         WaitForRender(job, chosen.toStdString());
@@ -328,16 +324,14 @@ void MainWindow::keyPressEvent(QKeyEvent* event) {
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
-    const QList<QUrl> urls = event->mimeData()->urls();
-    if (urls.size() == 1 && urls.front().isLocalFile()) event->acceptProposedAction();
+    if (!GetDroppedFile(*event).empty()) event->acceptProposedAction();
 }
 
 void MainWindow::dropEvent(QDropEvent* event) {
-    const QList<QUrl> urls = event->mimeData()->urls();
-    if (urls.size() != 1 || !urls.front().isLocalFile()) return;
+    const std::string path = GetDroppedFile(*event);
+    if (path.empty()) return;
     event->acceptProposedAction();
     // Whoever dragged it waits until this returns.
-    const std::string path = urls.front().toLocalFile().toStdString();
     QMetaObject::invokeMethod(
         this, [this, path] { mFiles.OpenAny(path); }, Qt::QueuedConnection);
 }

@@ -72,7 +72,6 @@ private:
     void AddChainButton(QWidget& panel, const char* objectName, const QString& text, bool needsPlugin,
                         const std::function<void()>& run);
     void Connect();
-    void Try(const std::function<void()>& action);
     void ShowTitle();
     void ShowChainButtons();
     void WaitForRender(RenderJob& job, const std::string& path);

@@ -6,6 +6,7 @@
 #include <zelaudiofilterhost/PluginModuleInfoManager.h>
 #include <zelui/QtBridge.h>
 
+#include "FormatName.h"
 #include "LocalText.h"
 
 namespace tessaly {
@@ -18,17 +19,12 @@ using zelui::qt::ToQString;
 
 namespace {
 
-QString GetFormat(const PluginModuleInfo& info) {
-    return info.GetLocator().GetTechnologyType() == zelaudiofilterhost::kTechnologyVST3 ? QStringLiteral("VST3")
-                                                                                        : QStringLiteral("VST");
-}
-
 void Append(std::vector<OfferedEffect>& effects, const PluginModuleInfo& info, const PluginComponentInfo& component) {
     const QString vendor = ToQString(component.vendor).simplified();
     effects.push_back(
         {boost::intrusive_ptr<AudioFilterDescriptor>(new AudioFilterDescriptor(info.GetLocator(), component)),
-         GetFormat(info), vendor.isEmpty() ? LocalText("$$$/tessaly/Effects/NoVendor=Other") : vendor,
-         ToQString(component.name)});
+         ToQString(GetFormatName(info.GetLocator().GetTechnologyType())),
+         vendor.isEmpty() ? LocalText("$$$/tessaly/Effects/NoVendor=Other") : vendor, ToQString(component.name)});
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "RenderDialog.h"
 
 #include <QEventLoop>
+#include <QProgressBar>
 #include <QPushButton>
 
 #include "LocalText.h"
@@ -15,12 +16,14 @@ constexpr int kSteps = 1000;
 }  // namespace
 
 RenderDialog::RenderDialog(RenderJob& job, const QString& fileName, QWidget* parent)
-    : QProgressDialog(parent), mJob(job), mCancelButton(new QPushButton(LocalText("$$$/tessaly/Cancel=Cancel"))) {
+    : QProgressDialog(LocalText("$$$/tessaly/Render/Label=Rendering @0", fileName),
+                      LocalText("$$$/tessaly/Cancel=Cancel"), 0, kSteps, parent),
+      mJob(job),
+      // Qt's own: with another one the Escape key has two meanings, and so none.
+      mCancelButton(findChild<QPushButton*>()) {
     setObjectName(QStringLiteral("RenderDialog"));
     setWindowTitle(LocalText("$$$/tessaly/Render/Title=Render"));
-    setLabelText(LocalText("$$$/tessaly/Render/Label=Rendering @0", fileName));
-    setCancelButton(mCancelButton);
-    setRange(0, kSteps);
+    findChild<QProgressBar*>()->setAccessibleName(labelText());
     setWindowModality(Qt::WindowModal);
     setMinimumDuration(0);
     // It goes when the thread has ended, not when a button was pressed.

@@ -6,6 +6,7 @@
 #include <QPushButton>
 #include <stdexcept>
 
+#include "AudioFileFormat.h"
 #include "LocalText.h"
 #include "Session.h"
 #include "WindowSettings.h"
@@ -18,10 +19,14 @@ QString GetSessionFilter() {
     return LocalText("$$$/tessaly/Files/Sessions=Tessaly sessions") + QStringLiteral(" (*.tessaly)");
 }
 
+/// `patterns`: "*.wav *.flac"
+QString MakeSoundFilter(const QString& patterns) {
+    return LocalText("$$$/tessaly/Files/Sounds=Sound files") + QStringLiteral(" (") + patterns + QLatin1Char(')');
+}
+
 QString GetSoundFilter() {
-    return LocalText("$$$/tessaly/Files/Sounds=Sound files") +
-           QStringLiteral(" (*.wav *.flac *.aif *.aiff *.ogg *.opus *.mp3 *.au *.caf *.w64 *.rf64);;") +
-           LocalText("$$$/tessaly/Files/All=All files") + QStringLiteral(" (*)");
+    return MakeSoundFilter(QStringLiteral("*.wav *.flac *.aif *.aiff *.ogg *.opus *.mp3 *.au *.caf *.w64 *.rf64")) +
+           QStringLiteral(";;") + LocalText("$$$/tessaly/Files/All=All files") + QStringLiteral(" (*)");
 }
 
 }  // namespace
@@ -42,12 +47,10 @@ bool SessionFiles::OpenSession(const std::string& path) {
                                ? ChooseFile(LocalText("$$$/tessaly/Files/OpenSession=Open Session"), GetSessionFilter())
                                : QString::fromStdString(path);
     if (chosen.isEmpty()) return false;
-    try {
+    const bool isLoaded = Try([&] {
         for (const zelcore::ustring& trouble : mSession.Load(chosen.toStdString())) mTrouble(trouble);
-    } catch (const std::exception& error) {
-        ShowError(ErrorText(error));
-        return false;
-    }
+    });
+    if (!isLoaded) return false;
     NoteRecent();
     return true;
 }
@@ -58,12 +61,7 @@ bool SessionFiles::SaveAs(const std::string& path) {
     const QString chosen = path.empty() ? ChooseNewSession() : QString::fromStdString(path);
     if (chosen.isEmpty()) return false;
     mBeforeSave();
-    try {
-        mSession.Save(chosen.toStdString());
-    } catch (const std::exception& error) {
-        ShowError(ErrorText(error));
-        return false;
-    }
+    if (!Try([&] { mSession.Save(chosen.toStdString()); })) return false;
     NoteRecent();
     return true;
 }
@@ -101,13 +99,7 @@ bool SessionFiles::ChangeSound(const std::string& path, const QString& title,
                                void (Session::*change)(const std::string&)) {
     const QString chosen = path.empty() ? ChooseFile(title, GetSoundFilter()) : QString::fromStdString(path);
     if (chosen.isEmpty()) return false;
-    try {
-        (mSession.*change)(QFileInfo(chosen).absoluteFilePath().toStdString());
-    } catch (const std::exception& error) {
-        ShowError(ErrorText(error));
-        return false;
-    }
-    return true;
+    return Try([&] { (mSession.*change)(QFileInfo(chosen).absoluteFilePath().toStdString()); });
 }
 
 bool SessionFiles::OpenSound(const std::string& path) {
@@ -155,6 +147,11 @@ bool SessionFiles::MayLoseChanges() {
     return question.clickedButton() == discard;
 }
 
+QString SessionFiles::GetRenderFilter() {
+    QString patterns = QString::fromStdString(AudioFileFormat::ListExtensions());
+    return MakeSoundFilter(QLatin1Char('*') + patterns.replace(QStringLiteral(", "), QStringLiteral(" *")));
+}
+
 QString SessionFiles::ChooseFile(const QString& title, const QString& filter) const {
     const QString chosen = QFileDialog::getOpenFileName(&mWindow, title, WindowSettings::GetFolder(), filter);
     if (!chosen.isEmpty()) WindowSettings::SetFolder(QFileInfo(chosen).absolutePath());
@@ -173,6 +170,16 @@ QString SessionFiles::ChooseNewFile(const QString& title, const QString& filter,
     const QString chosen = dialog.selectedFiles().value(0);
     WindowSettings::SetFolder(QFileInfo(chosen).absolutePath());
     return chosen;
+}
+
+bool SessionFiles::Try(const std::function<void()>& action) const {
+    try {
+        action();
+        return true;
+    } catch (const std::exception& error) {
+        ShowError(ErrorText(error));
+        return false;
+    }
 }
 
 void SessionFiles::ShowError(const QString& text) const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <QString>
 #include <string>
 
@@ -41,7 +42,10 @@ public:
     /// and goes behind `suggestion`; a name that the user gives another ending keeps that.
     QString ChooseNewFile(const QString& title, const QString& filter, const QString& suffix,
                           const QString& suggestion) const;
-    void ShowError(const QString& text) const;
+    /// What ChooseNewFile shows of the formats that sounds are rendered to.
+    static QString GetRenderFilter();
+    /// Does `action`; whether it threw nothing. What it throws is told.
+    bool Try(const std::function<void()>& action) const;
     /// With nobody there to read them, errors are thrown as std::runtime_error instead of shown.
     void SetUnattended(bool unattended) { mIsUnattended = unattended; }
 
@@ -51,6 +55,7 @@ public:
     Signal& GetBeforeSaveSignal() { return mBeforeSave; }
 
 private:
+    void ShowError(const QString& text) const;
     QString ChooseFile(const QString& title, const QString& filter) const;
     QString ChooseNewSession() const;
     bool MayReplace(const QString& path) const;

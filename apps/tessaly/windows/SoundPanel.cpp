@@ -3,11 +3,11 @@
 #include <QDragEnterEvent>
 #include <QGridLayout>
 #include <QLabel>
-#include <QMimeData>
 #include <QPushButton>
 
 #include <boost/bind/bind.hpp>
 
+#include "DroppedFile.h"
 #include "LocalText.h"
 #include "Session.h"
 
@@ -93,15 +93,13 @@ void SoundPanel::Refresh() {
 }
 
 void SoundPanel::dragEnterEvent(QDragEnterEvent* event) {
-    const QList<QUrl> urls = event->mimeData()->urls();
-    if (urls.size() == 1 && urls.front().isLocalFile()) event->acceptProposedAction();
+    if (!GetDroppedFile(*event).empty()) event->acceptProposedAction();
 }
 
 void SoundPanel::dropEvent(QDropEvent* event) {
-    const QList<QUrl> urls = event->mimeData()->urls();
-    if (urls.size() != 1 || !urls.front().isLocalFile()) return;
+    const std::string path = GetDroppedFile(*event);
+    if (path.empty()) return;
     event->acceptProposedAction();
-    const std::string path = urls.front().toLocalFile().toStdString();
     const bool sideChain = event->position().y() >= mSideChainButton->y() && mSideChainButton->isEnabled();
     // Whoever dragged it waits until this returns.
     QMetaObject::invokeMethod(

@@ -117,7 +117,7 @@ void BannedPluginManager::SaveConfiguration(const File& file) const {
         const std::lock_guard<std::mutex> lock(mImpl->mutex);
         list = mImpl->banned;
     }
-    FileUtils::SimpleWriteStringToFile(file.FullPath(), WriteBanList(list));
+    FileUtils::WriteStringToFileDurably(file.FullPath(), WriteBanList(list));
 }
 
 void BannedPluginManager::AddBannedPlugin(const PluginLocator& locator) { AddBannedPlugin(locator, ustring()); }

@@ -88,7 +88,7 @@ void CatalogueStore::Rewrite(const File& file, const PluginCatalogue& catalogue,
     text += kCatalogueTail;
     // What could not be read again must not take the place of what can.
     if (text.size() > kMaxFileSize) throw zelcore::filesupport::FileError("save so large a", file.FullPath(), EFBIG);
-    FileUtils::SimpleWriteStringToFile(file.FullPath(), text);
+    FileUtils::WriteStringToFileDurably(file.FullPath(), text);
 
     mLastSize = text.size();
     mPath = file.FullPath();

@@ -16,8 +16,11 @@ void DeleteRegularFile(const ustring& path);
 /// Makes one folder for the current user only. A folder that is there already, or that somebody else makes meanwhile,
 /// is fine.
 void MakeFolder(const ustring& path);
+/// What a file that is being replaced stands, without becoming half of it: the end of this process, or of the power
+/// too.
+enum Durability { kOutlivesProcess, kOutlivesPower };
 /// Makes `bytes` the content of the file in one step for whoever looks. Links are followed.
-void ReplaceFile(const ustring& path, std::string_view bytes);
+void ReplaceFile(const ustring& path, std::string_view bytes, Durability durability);
 /// Renames a file. Returns false when `to` is taken; nothing is ever replaced.
 bool RenameToFreeName(const ustring& from, const ustring& to);
 /// The platform's number for "the file is too large".

@@ -66,7 +66,13 @@ public:
         }
     }
 
-    /// No fsync: the promise is about processes that die, not about power cuts, and scans write often.
+    /// Without it the new name may be on the disk before the content is.
+    void WaitForDisk() {
+        // Some file systems cannot say when; the content matters more than the promise.
+        if (::fsync(mDescriptor) != 0 && errno != EINVAL && errno != ENOSYS)
+            throw FileError("write", mReportedPath, errno);
+    }
+
     void RenameTo(const std::string& target) {
         const int descriptor = mDescriptor;
         mDescriptor = -1;
@@ -104,7 +110,7 @@ void MakeFolder(const ustring& path) {
     if (!IsFolder(path)) throw FileError("make the folder", path, error);
 }
 
-void ReplaceFile(const ustring& path, std::string_view bytes) {
+void ReplaceFile(const ustring& path, std::string_view bytes, Durability durability) {
     const std::string target = ResolveLink(NativePath(path, "write"));
     struct stat status;
     const bool exists = ::stat(target.c_str(), &status) == 0;
@@ -114,6 +120,7 @@ void ReplaceFile(const ustring& path, std::string_view bytes) {
     TemporaryFile temporary(target, path);
     if (exists) temporary.CopyPermissions(status);
     temporary.Write(bytes);
+    if (durability == kOutlivesPower) temporary.WaitForDisk();
     temporary.RenameTo(target);
 }
 

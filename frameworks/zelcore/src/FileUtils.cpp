@@ -16,7 +16,11 @@ using filesupport::FileError;
 using filesupport::IPlatformByteStream;
 
 void FileUtils::SimpleWriteStringToFile(const ustring& path, std::string_view bytes) {
-    filesupport::ReplaceFile(path, bytes);
+    filesupport::ReplaceFile(path, bytes, filesupport::kOutlivesProcess);
+}
+
+void FileUtils::WriteStringToFileDurably(const ustring& path, std::string_view bytes) {
+    filesupport::ReplaceFile(path, bytes, filesupport::kOutlivesPower);
 }
 
 std::string FileUtils::ReadFileToString(const File& file, std::size_t maxBytes) {

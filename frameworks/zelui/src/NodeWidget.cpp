@@ -6,6 +6,7 @@
 #include "CallOut.h"
 #include "NodeHost.h"
 #include "NodePeer.h"
+#include "NodeWidgetAccessible.h"
 
 namespace zelui {
 namespace qt {
@@ -38,6 +39,7 @@ ui::UI_Node* GetNode(const QWidget* widget) {
 }
 
 NodeWidget::NodeWidget(const boost::intrusive_ptr<ui::UI_Node>& root, QWidget* parent) : QWidget(parent) {
+    InstallNodeWidgetAccessible();
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     // Where the Tab key comes in. A click goes to the node that was clicked.
     setFocusPolicy(Qt::TabFocus);

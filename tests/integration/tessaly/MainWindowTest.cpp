@@ -22,10 +22,13 @@
 #include <QToolButton>
 #include <QUrl>
 
+#include <zelcore/Localizer.h>
+
 #include "../render/Sound.h"
 #include "ChainView.h"
 #include "LevelMeters.h"
 #include "LocalText.h"
+#include "support/SoundServer.h"
 #include "WindowSettings.h"
 #include "WindowStage.h"
 
@@ -33,6 +36,23 @@ namespace zeltests {
 
 using tessaly::CommandLine;
 using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+/// Counts the events of a kind that an object gets.
+class EventCount : public QObject {
+public:
+    EventCount(QObject& watched, QEvent::Type type) : mType(type) { watched.installEventFilter(this); }
+    int Get() const { return mCount; }
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == mType) ++mCount;
+        return false;
+    }
+
+private:
+    const QEvent::Type mType;
+    int mCount = 0;
+};
 
 /// The window as a whole.
 class MainWindowTest : public WindowStage {
@@ -398,6 +418,61 @@ TEST_F(MainWindowTest, ALostRunIsToldWithWhenItsSessionWasSaved) {
     EXPECT_THAT(GetNotice(), HasSubstr("never been saved"));
 }
 
+TEST_F(MainWindowTest, ALostRunWhoseFileIsGoneIsToldAsThat) {
+    mWindow->TellOfLostRuns({{mFolder.Path("gone.tessaly"), true}});
+    EXPECT_THAT(GetNotice(), HasSubstr(mFolder.Path("gone.tessaly") + ", is not there any more"));
+    EXPECT_THAT(GetNotice(), Not(HasSubstr("never been saved")));
+}
+
+TEST_F(MainWindowTest, RecentSessionsHaveTheirNamesInTheMenuAndTheirPathsInTooltips) {
+    ASSERT_TRUE(mWindow->GetFiles().SaveAs(mFolder.Path("rock & <b>roll.tessaly")));
+    QMenu* const recent = Find<QMenu>("RecentMenu");
+    Q_EMIT recent->aboutToShow();
+    ASSERT_EQ(recent->actions().size(), 1);
+    const QAction& action = *recent->actions()[0];
+    EXPECT_EQ(action.text(), "rock && <b>roll.tessaly");
+    // As Qt shows it: what looks like markup is none.
+    EXPECT_EQ(action.toolTip().toStdString(), "<span>" + mFolder.Path("rock &amp; &lt;b&gt;roll.tessaly") + "</span>");
+    EXPECT_TRUE(recent->toolTipsVisible());
+}
+
+TEST_F(MainWindowTest, AnAmpersandInAnEffectsNameIsNoMenuKey) {
+    QUndoStack& stack = mWindow->GetSession().GetUndoStack();
+    stack.push(new QUndoCommand(QStringLiteral("Add Drum & Bass")));
+    EXPECT_EQ(Find<QAction>("Undo")->text(), "&Undo Add Drum && Bass");
+    stack.undo();
+    EXPECT_EQ(Find<QAction>("Redo")->text(), "&Redo Add Drum && Bass");
+}
+
+TEST_F(MainWindowTest, RendersAreOfferedAllFormatsThatAreWritten) {
+    EXPECT_EQ(tessaly::SessionFiles::GetRenderFilter(), "Sound files (*.wav *.flac *.aiff *.aif *.ogg)");
+}
+
+TEST_F(MainWindowTest, ErrorsOfFilesAreToldInTheUsersLanguage) {
+    using zelcore::config::Localizer;
+    WriteFile(mFolder.Path("de.json"), R"({"/zelcore/FileError/Write": "@0 geht nicht"})");
+    Localizer::GetInstance().LoadDictionary(zelcore::filesupport::File(mFolder.UPath("de.json")));
+    EXPECT_THAT(GetError([this] { mWindow->GetFiles().SaveAs("/no/such/folder/a.tessaly"); }),
+                StartsWith("/no/such/folder/a.tessaly geht nicht"));
+    Localizer::GetInstance().Clear();
+}
+
+TEST_F(MainWindowTest, WhatWentBeyondFullScaleIsForgottenWhenTheSoundBeginsToPlay) {
+    SoundServer server;
+    if (!server.IsThere()) GTEST_SKIP() << "PulseAudio does not start here";
+    server.AddDevice("levels");
+    mWindow->GetFiles().OpenSound(GetSound());
+    tessaly::LevelMeters& levels = *static_cast<tessaly::LevelMeters*>(Find("Levels"));
+    levels.Advance({1.5f, 0.0f});
+    ASSERT_TRUE(levels.IsOver(0));
+    mWindow->GetPlayer().Play();
+    ASSERT_TRUE(mWindow->GetPlayer().IsPlaying());
+    EXPECT_FALSE(levels.IsOver(0));
+    levels.Advance({1.5f, 0.0f});
+    mWindow->GetPlayer().Stop();
+    EXPECT_TRUE(levels.IsOver(0));
+}
+
 TEST_F(MainWindowTest, NothingIsToldOfALostRunInWhichNothingWasLost) {
     mWindow->TellOfLostRuns({{"", false}});
     EXPECT_EQ(GetNotice(), "");
@@ -448,6 +523,33 @@ TEST(LevelMetersTest, ShowTheLoudestInDecibelsAndFallSlowly) {
     EXPECT_LT(meters.GetLevel(0), -6.02f);
     EXPECT_GT(meters.GetLevel(0), -12.0f);
     EXPECT_THAT(meters.accessibleDescription().toStdString(), HasSubstr("Channel 1: -6 dB"));
+}
+
+TEST(LevelMetersTest, WhatDoesNotChangeIsNeitherPaintedNorTold) {
+    tessaly::LevelMeters meters;
+    meters.resize(200, 30);
+    meters.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&meters));
+    meters.Advance({0.0f, 0.0f});
+    EventCount paints(meters, QEvent::Paint);
+    EventCount texts(meters, QEvent::ToolTipChange);
+    QApplication::processEvents();
+    const int before = paints.Get();
+    for (int i = 0; i < 10; ++i) {
+        meters.Advance({0.0f, 0.0f});
+        QApplication::processEvents();
+    }
+    EXPECT_EQ(paints.Get(), before);
+    EXPECT_EQ(texts.Get(), 0);
+    meters.Advance({0.5f, 0.0f});
+    QApplication::processEvents();
+    EXPECT_EQ(paints.Get(), before + 1);
+    EXPECT_EQ(texts.Get(), 1);
+    // It falls and is painted, the mark and its text stay.
+    meters.Advance({0.0f, 0.0f});
+    QApplication::processEvents();
+    EXPECT_EQ(paints.Get(), before + 2);
+    EXPECT_EQ(texts.Get(), 1);
 }
 
 TEST(LevelMetersTest, KeepInMindThatFullScaleWasPassedUntilTheyAreClicked) {

@@ -61,7 +61,7 @@ void WindowStage::OpenWindow() {
 
 void WindowStage::AddToCatalogue(int technology, const std::string& path) {
     const PluginLocator locator(static_cast<zelaudiofilterhost::TechnologyType>(technology),
-                                zelcore::utility::UTF8to16(std::string(ZEL_TESTPLUGINS_DIR) + "/" + path));
+                                zelcore::utility::UTF8to16(ZEL_TESTPLUGINS_DIR "/" + path));
     std::vector<PluginComponentInfo> components;
     for (const auto& descriptor : AudioFilterDescriptor::ReadModule(locator))
         components.push_back(descriptor->GetComponent());

@@ -11,6 +11,7 @@
 #include <unistd.h>
 
 #include "SessionStage.h"
+#include "support/DiskWaits.h"
 #include "support/WaitFor.h"
 
 using namespace tessaly;
@@ -101,6 +102,21 @@ TEST(SessionFilePosixTest, AFileInAFolderThatCannotBeWrittenStaysAsItWas) {
     EXPECT_NE(ErrorOf([&] { SessionFile::Save(path, MakeSession(100, 2)); }), "nothing");
     EXPECT_EQ(SessionFile::Load(path), old);
     std::filesystem::permissions(folder.Path("locked"), std::filesystem::perms::owner_all);
+}
+
+TEST(SessionFilePosixTest, ASessionIsOnTheDiskBeforeItTakesTheOldOnesPlace) {
+    const ThrowAwayFolder folder;
+    const std::string path = folder.Path("song.tessaly");
+    const SessionRecord old = MakeSession(100, 1);
+    SessionFile::Save(path, old);
+    SessionRecord meanwhile;
+    const DiskWaits waits([&](int) {
+        meanwhile = SessionFile::Load(path);
+        return 0;
+    });
+    SessionFile::Save(path, MakeSession(100, 2));
+    EXPECT_EQ(waits.GetCount(), 1);
+    EXPECT_EQ(meanwhile, old);
 }
 
 TEST(SessionFilePosixTest, APipeIsNoFile) {

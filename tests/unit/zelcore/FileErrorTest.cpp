@@ -1,9 +1,12 @@
 #include <cerrno>
 
 #include <gtest/gtest.h>
+#include <support/ThrowAwayFolder.h>
 #include <zelcore/FileError.h>
+#include <zelcore/Localizer.h>
 #include <zelcore/Utf.h>
 
+using zelcore::config::Localizer;
 using zelcore::filesupport::FileError;
 using zelcore::utility::UTF8to16;
 
@@ -25,4 +28,31 @@ TEST(FileErrorTest, LineBreaksInNamesDoNotBreakTheLine) {
                  "could not open '/x?y?"
                  "?'");
     EXPECT_EQ(error.GetPath(), UTF8to16("/x\ny\x1B\x7F"));
+}
+
+TEST(FileErrorTest, PeopleReadWhatFailedWithWhichFileAndWhy) {
+    EXPECT_EQ(FileError("write", UTF8to16("/x"), ENOSPC).GetLocalizedText(),
+              UTF8to16("'/x' could not be written: the disk is full"));
+    EXPECT_EQ(FileError("open", UTF8to16("/x"), EACCES).GetLocalizedText(),
+              UTF8to16("'/x' could not be read: you do not have the permission"));
+    EXPECT_EQ(FileError("open as a regular file", UTF8to16("/x\n"), 0).GetLocalizedText(),
+              UTF8to16("'/x?' is something else than a file"));
+}
+
+TEST(FileErrorTest, PeopleReadItInTheirLanguage) {
+    const zeltests::ThrowAwayFolder folder;
+    zeltests::WriteFile(folder.Path("de.json"), R"({"/zelcore/FileError/Delete": "@0 bleibt",
+                                                    "/zelcore/FileError/Permission": "verboten",
+                                                    "/zelcore/FileError/Because": "@0, denn: @1"})");
+    Localizer::GetInstance().LoadDictionary(zelcore::filesupport::File(folder.UPath("de.json")));
+    const FileError error("delete", UTF8to16("/x"), EPERM);
+    EXPECT_EQ(error.GetLocalizedText(), UTF8to16("/x bleibt, denn: verboten"));
+    EXPECT_STREQ(error.what(), "could not delete '/x': Operation not permitted");
+    Localizer::GetInstance().Clear();
+}
+
+TEST(FileErrorTest, WhatThereIsNoTextForIsAsItIs) {
+    EXPECT_EQ(FileError("turn round", UTF8to16("/x"), 0).GetLocalizedText(), UTF8to16("could not turn round '/x'"));
+    EXPECT_EQ(FileError("read", UTF8to16("/x"), EIO).GetLocalizedText(),
+              UTF8to16("'/x' could not be read: Input/output error"));
 }

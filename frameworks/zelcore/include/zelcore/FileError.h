@@ -13,8 +13,15 @@ namespace filesupport {
 class ZELCORE_API FileError : public std::runtime_error {
 public:
     /// `operation` is the verb of what could not be done ("write"), `systemError` the system's number of the reason.
+    /// The verbs that GetLocalizedText has texts for: delete, extend, find a free name for, find the home folder, look
+    /// at, make the folder, measure, open, open as a regular file, read, read the link, rename, save so large a, write,
+    /// write as a regular file.
     FileError(const std::string& operation, const ustring& path, int systemError);
     ~FileError() override;
+
+    /// The same as what() for people, in the language of the Localizer; an operation that it has no text for, and a
+    /// reason that is a rare one, are as they are in what(). Main thread.
+    ustring GetLocalizedText() const;
 
     /// The file or folder that it was about.
     const ustring& GetPath() const { return mPath; }
@@ -22,6 +29,7 @@ public:
     int GetSystemError() const { return mSystemError; }
 
 private:
+    std::string mOperation;
     ustring mPath;
     int mSystemError;
 };

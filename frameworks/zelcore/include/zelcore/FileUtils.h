@@ -17,6 +17,11 @@ public:
     /// Throws filesupport::FileError; the old file is then as it was and nothing is left beside it.
     static void SimpleWriteStringToFile(const ustring& path, std::string_view bytes);
 
+    /// The same for what people would miss, such as documents and settings: the new content is on the disk before it
+    /// replaces the old, so that a power cut leaves the one or the other as well. Waits for the disk, some milliseconds
+    /// or more.
+    static void WriteStringToFileDurably(const ustring& path, std::string_view bytes);
+
     /// Reads a whole file. Throws filesupport::FileError when it cannot be read or is larger than `maxBytes`.
     static std::string ReadFileToString(const filesupport::File& file, std::size_t maxBytes);
 

@@ -81,6 +81,15 @@ TEST_F(TessalyWindowTest, AWordThatIsNeitherCommandNorFileIsSaid) {
     EXPECT_THAT(program->GetErrors(), HasSubstr("no such command and no such file: 'rendre'"));
 }
 
+TEST_F(TessalyWindowTest, ATourWhoseDialogCannotBePicturedSaysSoAndFails) {
+    const std::string out = mFolder.Path("out");
+    // Where the first picture would be.
+    std::filesystem::create_directories(out + "/01-scan.png");
+    const std::unique_ptr<Program> program = Start({"tour", "--out", out});
+    EXPECT_EQ(program->Wait(), 1) << program->GetOutput();
+    EXPECT_THAT(program->GetErrors(), HasSubstr("the picture could not be written: " + out + "/01-scan.png"));
+}
+
 TEST_F(TessalyWindowTest, TheTourLeavesPicturesOfEveryWindowAndARenderedFile) {
     const std::string out = mFolder.Path("out");
     const std::unique_ptr<Program> program = Start({"tour", "--out", out});

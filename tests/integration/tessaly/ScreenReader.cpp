@@ -102,9 +102,16 @@ bool HasRightRole(QAccessibleInterface& thing) {
     return right != QAccessible::NoRole ? thing.role() == right : IsRoleOfUsable(thing.role());
 }
 
+/// The cells of Qt's own list of files, some of which are empty: a folder has no size.
+bool IsListOfFiles(QAccessibleInterface& thing) {
+    const auto* const view = qobject_cast<const QAbstractItemView*>(thing.object());
+    return view != nullptr && view->window()->inherits("QFileDialog");
+}
+
 void Collect(QAccessibleInterface* thing, std::vector<QAccessibleInterface*>& things) {
     if (thing == nullptr || !thing->isValid() || thing->state().invisible || things.size() >= kMostThings) return;
     things.push_back(thing);
+    if (IsListOfFiles(*thing)) return;
     for (int i = 0; i < thing->childCount(); ++i) {
         QAccessibleInterface* const child = thing->child(i);
         // Windows of their own are read by themselves.

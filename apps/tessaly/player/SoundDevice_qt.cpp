@@ -103,6 +103,8 @@ SoundDevice::Impl::Impl(SoundEngine& engine, const QAudioDevice& device, const Q
 SoundDevice::Impl::~Impl() {
     QThread* const here = QThread::currentThread();
     const auto end = [this, here] {
+        // A sink that goes while it plays may ask for sound once more on its way, and not survive that.
+        if (mSink) mSink->stop();
         mSink.reset();
         mStream.moveToThread(here);
         mOnThread.moveToThread(here);

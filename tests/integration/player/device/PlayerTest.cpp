@@ -1,6 +1,7 @@
 #include "Player.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
@@ -162,6 +163,23 @@ TEST_F(PlayerTest, ItStopsWhereItIsAndGoesOnFromThere) {
     mPlayer.Seek(15 * kRate);
     ASSERT_TRUE(RunUntilPosition(15 * kRate + kRate / 2));
     EXPECT_EQ(mPlayer.GetCounts().lost, 0u);
+}
+
+TEST_F(PlayerTest, ItIsStoppedWhileTheDeviceTakesItsFirstSound) {
+    ConnectDevice();
+    mSession.SetSound(Write("in.wav", MakeTestSound(2, kRate)));
+    // The device's buffer is empty then, and it asks for more and more. That takes less than a wait between two looks.
+    for (int i = 0; i < 150; ++i) {
+        mPlayer.Play();
+        ASSERT_TRUE(mPlayer.IsPlaying());
+        const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+        while (mPlayer.GetCounts().blocks == 0 && std::chrono::steady_clock::now() < deadline) {
+        }
+        EXPECT_GT(mPlayer.GetCounts().blocks, 0u);
+        mPlayer.Stop();
+        EXPECT_FALSE(mPlayer.IsPlaying());
+    }
+    EXPECT_THAT(mTroubles, IsEmpty());
 }
 
 TEST_F(PlayerTest, AtTheEndItBeginsAgain) {

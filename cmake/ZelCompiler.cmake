@@ -12,6 +12,14 @@ set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 
+# Windows looks for libraries beside the program, and names them without anything before.
+if(WIN32)
+  set(CMAKE_SHARED_LIBRARY_PREFIX "")
+  set(CMAKE_SHARED_MODULE_PREFIX "")
+  # The interfaces of Windows 10, without the names that collide with the standard library's and Asio's.
+  add_compile_definitions(_WIN32_WINNT=0x0A00 UNICODE WIN32_LEAN_AND_MEAN NOMINMAX)
+endif()
+
 # Builds of the same sources in several folders share what is the same in them. ccache passes precompiled headers by
 # unless it is told that our sources depend on no times and no stray definitions.
 find_program(ZEL_CCACHE ccache)

@@ -4,6 +4,14 @@ find_package(Threads REQUIRED)
 find_package(Boost 1.81 REQUIRED)
 find_package(pugixml REQUIRED)
 find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets)
+# Whether that Qt was built with what screen readers need; sources are chosen by it.
+get_target_property(ZEL_QT_FEATURES Qt6::Gui QT_ENABLED_PUBLIC_FEATURES)
+if("accessibility" IN_LIST ZEL_QT_FEATURES)
+  set(ZEL_QT_ACCESSIBILITY ON)
+else()
+  set(ZEL_QT_ACCESSIBILITY OFF)
+  message(STATUS "This Qt was built without accessibility: screen readers get nothing from what is built with it")
+endif()
 # For playback; Tessaly goes without where it is missing.
 find_package(Qt6 6.4 QUIET OPTIONAL_COMPONENTS Multimedia)
 find_package(PkgConfig REQUIRED)
@@ -27,6 +35,7 @@ target_compile_definitions(zel_boost INTERFACE BOOST_ALL_NO_LIB BOOST_ERROR_CODE
 
 find_path(ZEL_VST3_SDK pluginterfaces/vst/ivsteditcontroller.h
           PATHS /usr/share/juce/modules/juce_audio_processors/format_types/VST3_SDK
+          NO_CMAKE_FIND_ROOT_PATH  # sources, the same for every platform
           DOC "Folder of the VST3 SDK's interface headers")
 if(NOT ZEL_VST3_SDK)
   message(FATAL_ERROR "The VST3 SDK's headers were not found: install juce-modules-source-data or set ZEL_VST3_SDK")

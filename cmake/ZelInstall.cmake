@@ -7,6 +7,10 @@ set(ZEL_FRAMEWORKS zelcore zelmediatypes zeltransport zelmarshal zelui zelaudiof
 set(ZEL_LIBRARIES ${ZEL_FRAMEWORKS} zelaudiofilterhostui)
 # Beside the libraries, in the folder that ScannerLocation names: several applications share one scanner.
 set(ZEL_SCANNER_DIR ${CMAKE_INSTALL_LIBDIR}/zelaudiofilterhostui)
+if(WIN32)
+  # Where the libraries are: the system looks for them beside the program.
+  set(ZEL_SCANNER_DIR ${CMAKE_INSTALL_BINDIR})
+endif()
 set(ZEL_PACKAGE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/zelaudiofilterhostui)
 
 # Programs and libraries find each other by where they lie to each other.
@@ -23,6 +27,13 @@ install(TARGETS zel_boost ${ZEL_LIBRARIES} EXPORT zelaudiofilterhostui
   INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(TARGETS zelaudiofilterscan EXPORT zelaudiofilterhostui RUNTIME DESTINATION ${ZEL_SCANNER_DIR} COMPONENT runtime)
 install(TARGETS tessaly RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tessaly)
+
+# What they need of others has no package of its own there.
+if(WIN32)
+  install(FILES ${ZEL_WINDOWS_RUNTIME} DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT runtime)
+  install(FILES ${ZEL_WINDOWS_PLATFORMS} DESTINATION ${CMAKE_INSTALL_BINDIR}/platforms COMPONENT runtime)
+  install(FILES ${ZEL_WINDOWS_STYLES} DESTINATION ${CMAKE_INSTALL_BINDIR}/styles COMPONENT runtime)
+endif()
 
 # Dictionaries of the dialogs, and of the application.
 if(EXISTS ${PROJECT_SOURCE_DIR}/resources/locale)

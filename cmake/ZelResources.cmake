@@ -4,6 +4,10 @@
 function(zel_resources target type)
   foreach(file IN LISTS ARGN)
     get_filename_component(name ${file} NAME_WE)
+    if(WIN32)
+      zel_system_resource(${target} ${type} ${name} ${file})
+      continue()
+    endif()
     set(source ${CMAKE_CURRENT_BINARY_DIR}/resources/${type}_${name}.cpp)
     add_custom_command(OUTPUT ${source}
       COMMAND ${CMAKE_COMMAND} -DINPUT=${file} -DOUTPUT=${source} -DSYMBOL=zel_resource_${type}_${name}
@@ -13,6 +17,16 @@ function(zel_resources target type)
       VERBATIM)
     target_sources(${target} PRIVATE ${source})
   endforeach()
+endfunction()
+
+# The same as one of the system's own resources, which have names in capitals and are found whatever the case.
+function(zel_system_resource target type name file)
+  string(TOUPPER "${name}" resource)
+  string(TOUPPER "${type}" kind)
+  set(script ${CMAKE_CURRENT_BINARY_DIR}/resources/${type}_${name}.rc)
+  file(CONFIGURE OUTPUT ${script} CONTENT "${resource} ${kind} \"${file}\"\n")
+  set_source_files_properties(${script} PROPERTIES OBJECT_DEPENDS ${file} LANGUAGE RC)
+  target_sources(${target} PRIVATE ${script})
 endfunction()
 
 # zel_dictionaries(<name> <folder>): the build has the folder's dictionaries where an installed tree has them, in

@@ -9,7 +9,7 @@ else()
 endif()
 
 # zel_sources(<variable> <folder>): the sources of a folder for this platform. Files named …_posix, …_linux, …_win32 and
-# …_macos belong to one platform.
+# …_macos belong to one platform, those named …_accessible and …_inaccessible to a Qt with and without screen readers.
 function(zel_sources variable folder)
   file(GLOB sources CONFIGURE_DEPENDS ${folder}/*.cpp)
   if(WIN32)
@@ -17,6 +17,19 @@ function(zel_sources variable folder)
   else()
     list(FILTER sources EXCLUDE REGEX "_(win32|macos)\\.cpp$")
   endif()
+  if(ZEL_QT_ACCESSIBILITY)
+    list(FILTER sources EXCLUDE REGEX "_inaccessible\\.cpp$")
+  else()
+    list(FILTER sources EXCLUDE REGEX "_accessible\\.cpp$")
+  endif()
+  set(${variable} ${sources} PARENT_SCOPE)
+endfunction()
+
+# zel_sources_of(<variable> <folder> <class>...): those of a folder's sources for this platform that are of the classes.
+function(zel_sources_of variable folder)
+  zel_sources(sources ${folder})
+  list(JOIN ARGN "|" classes)
+  list(FILTER sources INCLUDE REGEX "/(${classes})(_[a-z0-9]+)?\\.cpp$")
   set(${variable} ${sources} PARENT_SCOPE)
 endfunction()
 

@@ -1,11 +1,11 @@
 #include "AudioFileFormat.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <iterator>
 
 #include <sndfile.h>
 
+#include "FilePath.h"
 #include "TerminalText.h"
 
 namespace tessaly {
@@ -31,7 +31,7 @@ constexpr std::uint64_t kMostBytes = (std::uint64_t(1) << 32) - (1 << 16);
 }  // namespace
 
 const AudioFileFormat* AudioFileFormat::FindForPath(const std::string& path) {
-    const std::string extension = TerminalText::FoldCase(std::filesystem::path(path).extension().string());
+    const std::string extension = TerminalText::FoldCase(FromFilePath(ToFilePath(path).extension()));
     const auto* const found =
         std::find_if(std::begin(kFormats), std::end(kFormats),
                      [&](const AudioFileFormat& format) { return extension == format.mExtension; });

@@ -8,6 +8,7 @@
 
 #include "AudioFileError.h"
 #include "ChunkFile.h"
+#include "FilePath.h"
 
 namespace tessaly {
 
@@ -18,7 +19,7 @@ constexpr std::int64_t kMaxFrames = std::int64_t(1) << 47;
 
 void CheckIsFile(const std::string& path) {
     std::error_code error;
-    const std::filesystem::file_status status = std::filesystem::status(path, error);
+    const std::filesystem::file_status status = std::filesystem::status(ToFilePath(path), error);
     if (status.type() == std::filesystem::file_type::not_found) throw AudioFileError(path, "is not there");
     // A pipe may never give anything, and never says how much.
     if (!std::filesystem::is_regular_file(status)) throw AudioFileError(path, "is no file that can be read");
@@ -26,7 +27,7 @@ void CheckIsFile(const std::string& path) {
 
 SoundFileHandle Open(const std::string& path, SF_INFO& info) {
     CheckIsFile(path);
-    SoundFileHandle file(sf_open(path.c_str(), SFM_READ, &info));
+    SoundFileHandle file = OpenSoundFile(ToFilePath(path), SFM_READ, info);
     if (!file) throw AudioFileError(path, std::string("cannot be read as sound: ") + sf_strerror(nullptr));
     return file;
 }

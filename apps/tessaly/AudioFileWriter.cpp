@@ -1,8 +1,6 @@
 #include "AudioFileWriter.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstdio>
 #include <memory>
 #include <system_error>
 
@@ -10,6 +8,8 @@
 
 #include "AudioFileError.h"
 #include "AudioFileFormat.h"
+#include "FilePath.h"
+#include "SystemFile.h"
 
 namespace tessaly {
 
@@ -38,21 +38,13 @@ std::filesystem::path FollowLinks(std::filesystem::path place, std::error_code& 
     return place;
 }
 
-/// Opens and closes a file; 0, or the system's reason why not.
-int TryToOpen(const std::filesystem::path& path, const char* mode) {
-    std::FILE* const file = std::fopen(path.string().c_str(), mode);
-    if (file == nullptr) return errno;
-    std::fclose(file);
-    return 0;
-}
-
 }  // namespace
 
 AudioFileWriter::AudioFileWriter(const std::string& path, const AudioFileFormat& format, int channelCount,
                                  int sampleRate, std::int64_t frames)
     : mPath(path), mChannelCount(channelCount), mFrameCount(0) {
     std::error_code error;
-    mPlace = FollowLinks(path, error);
+    mPlace = FollowLinks(ToFilePath(path), error);
     if (error) throw CannotWrite(path, error.message());
     CheckPlace();
     CreateBeside();
@@ -73,20 +65,20 @@ void AudioFileWriter::CheckPlace() const {
     if (status.type() == std::filesystem::file_type::not_found) return;
     if (!std::filesystem::is_regular_file(status)) throw CannotWrite(mPath, "there is something that is no file");
     // Renaming asks for the folder's permission alone, and would replace a file that is protected.
-    const int reason = TryToOpen(mPlace, "ab");
-    if (reason != 0) throw CannotWrite(mPath, std::generic_category().message(reason));
+    const std::error_code reason = SystemFile::CheckWritable(mPlace);
+    if (reason) throw CannotWrite(mPath, reason.message());
 }
 
 void AudioFileWriter::CreateBeside() {
-    int reason = EEXIST;
-    for (int number = 1; number <= kMostNames && reason == EEXIST; ++number) {
+    std::error_code reason = std::make_error_code(std::errc::file_exists);
+    for (int number = 1; number <= kMostNames && reason == std::errc::file_exists; ++number) {
         mBeside = mPlace;
         mBeside += ".partial" + std::to_string(number);
-        reason = TryToOpen(mBeside, "wbx");
+        reason = SystemFile::CreateNew(mBeside);
     }
-    if (reason == 0) return;
+    if (!reason) return;
     mBeside.clear();
-    throw CannotWrite(mPath, std::generic_category().message(reason));
+    throw CannotWrite(mPath, reason.message());
 }
 
 void AudioFileWriter::CopyPermissions() const {
@@ -112,7 +104,7 @@ void AudioFileWriter::Open(const AudioFileFormat& format, int sampleRate, std::i
         throw CannotWrite(mPath, "a file of this kind has no " + std::to_string(mChannelCount) + " channels at " +
                                      std::to_string(sampleRate) + " Hz; one of .wav has");
     }
-    mFile.reset(sf_open(mBeside.string().c_str(), SFM_WRITE, &info));
+    mFile = OpenSoundFile(mBeside, SFM_WRITE, info);
     if (!mFile) throw CannotWrite(mPath, sf_strerror(nullptr));
     // Integers wrap round otherwise, from loudest to loudest with the other sign.
     sf_command(mFile.get(), SFC_SET_CLIPPING, nullptr, SF_TRUE);
@@ -146,7 +138,7 @@ void AudioFileWriter::Commit() {
 void AudioFileWriter::CheckWritten() const {
     // Encoders do not tell when the last packet or the header could not be written.
     SF_INFO info = {};
-    const SoundFileHandle file(sf_open(mBeside.string().c_str(), SFM_READ, &info));
+    const SoundFileHandle file = OpenSoundFile(mBeside, SFM_READ, info);
     const sf_count_t last = std::min(mFrameCount, kLastFrames);
     bool whole = file && info.channels == mChannelCount && info.frames == mFrameCount;
     if (whole && last > 0) {

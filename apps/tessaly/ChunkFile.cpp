@@ -7,6 +7,8 @@
 #include <iterator>
 #include <string_view>
 
+#include "FilePath.h"
+
 namespace tessaly {
 
 namespace {
@@ -56,7 +58,7 @@ bool IsLeftOpen(std::uint64_t length, std::size_t size) {
 /// Goes through the chunks of a file.
 class ChunkWalk {
 public:
-    explicit ChunkWalk(const std::string& path) : mFile(path, std::ios::binary), mSize(0) {
+    explicit ChunkWalk(const std::filesystem::path& path) : mFile(path, std::ios::binary), mSize(0) {
         std::error_code error;
         const std::uintmax_t size = std::filesystem::file_size(path, error);
         if (!error) mSize = size;
@@ -119,6 +121,6 @@ private:
 
 }  // namespace
 
-bool ChunkFile::IsCutOff(const std::string& path) { return ChunkWalk(path).IsCutOff(); }
+bool ChunkFile::IsCutOff(const std::string& path) { return ChunkWalk(ToFilePath(path)).IsCutOff(); }
 
 }  // namespace tessaly

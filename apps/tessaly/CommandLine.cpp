@@ -1,10 +1,10 @@
 #include "CommandLine.h"
 
-#include <filesystem>
 #include <map>
 
 #include "Arguments.h"
 #include "ChannelLayoutName.h"
+#include "FilePath.h"
 
 namespace tessaly {
 
@@ -157,7 +157,7 @@ bool ParsePlainArgument(CommandLine& line, const std::string& argument) {
     if (line.command == CommandLine::kRender) return line.render.ParsePlainArgument(argument);
     if (line.command == CommandLine::kWindow && line.file.empty()) {
         // A word that is neither a command nor a file is a command that was mistyped.
-        if (!std::filesystem::exists(argument))
+        if (!std::filesystem::exists(ToFilePath(argument)))
             throw UsageError("no such command and no such file: '" + argument + "'");
         line.file = argument;
         return true;

@@ -60,7 +60,7 @@ public:
 EditorWindow::EditorWindow(const FilterPtr& filter)
     : mFilter(filter), mLayout(new QVBoxLayout(this)), mScrollArea(nullptr), mIsOwnEditor(false) {
     setObjectName(QStringLiteral("EditorWindow"));
-    SetWindowRole(*this, QAccessible::Window);
+    SetWindowKind(*this, WindowKind::kWindow);
     setWindowTitle(TitleText(ToQString(filter->GetName())));
     mLayout->setContentsMargins(0, 0, 0, 0);
     mLayout->setSpacing(0);
@@ -173,10 +173,13 @@ void EditorWindow::AddScrollArea(QWidget* content) {
 void EditorWindow::FitScrollArea() {
     const QWidget* const content = mScrollArea->widget();
     const QSize available = screen()->availableGeometry().size();
-    const int note = mLayout->count() > 1 ? mLayout->itemAt(0)->sizeHint().height() : 0;
     const int height = std::min(content->height(), std::min(kTallest, available.height() * 3 / 4));
     const int bar = content->height() > height ? mScrollArea->verticalScrollBar()->sizeHint().width() : 0;
     const int width = content->width() + bar;
+    QWidget* const noteLabel = mLayout->count() > 1 ? mLayout->itemAt(0)->widget() : nullptr;
+    const int note = noteLabel != nullptr ? noteLabel->heightForWidth(width) : 0;
+    // All lines of it, whatever of the rest can be scrolled.
+    if (noteLabel != nullptr) noteLabel->setFixedHeight(note);
     setMinimumSize(std::min(width, available.width()), std::min(height, kRowHeight * 3) + note);
     // Wider or taller than all of it would only show emptiness.
     setMaximumSize(width, content->height() + note);

@@ -10,6 +10,7 @@
 #include <zelaudiofilterhost/PluginModuleInfoManager.h>
 #include <zelcore/Utf.h>
 
+#include "FilePath.h"
 #include "TerminalText.h"
 
 namespace tessaly {
@@ -74,21 +75,23 @@ Descriptors ReadCatalogue() {
 
 Descriptors ReadFile(const std::filesystem::path& path) {
     const std::filesystem::path full = std::filesystem::canonical(path);
-    const auto technology = TerminalText::FoldCase(full.extension().string()) == ".vst3"
+    const auto technology = TerminalText::FoldCase(FromFilePath(full.extension())) == ".vst3"
                                 ? zelaudiofilterhost::kTechnologyVST3
                                 : zelaudiofilterhost::kTechnologyVST;
     try {
-        return AudioFilterDescriptor::ReadModule(PluginLocator(technology, zelcore::utility::UTF8to16(full.string())));
+        return AudioFilterDescriptor::ReadModule(
+            PluginLocator(technology, zelcore::utility::UTF8to16(FromFilePath(full))));
     } catch (const zelaudiofilterhost::PluginLoadError& error) {
-        throw std::runtime_error("'" + path.string() + "' " + error.what());
+        throw std::runtime_error("'" + FromFilePath(path) + "' " + error.what());
     }
 }
 
 }  // namespace
 
 PluginFinder::DescriptorPtr PluginFinder::Find(const std::string& plugin, const std::string& component) {
-    const bool isFile = std::filesystem::exists(plugin);
-    Descriptors found = isFile ? ReadFile(plugin) : ReadCatalogue();
+    const std::filesystem::path path = ToFilePath(plugin);
+    const bool isFile = std::filesystem::exists(path);
+    Descriptors found = isFile ? ReadFile(path) : ReadCatalogue();
     if (!isFile && !KeepMeant(found, plugin)) {
         throw std::runtime_error("there is no plug-in called '" + plugin +
                                  "' in the catalogue; give its path, or scan first");

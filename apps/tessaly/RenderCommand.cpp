@@ -2,7 +2,6 @@
 
 #include <cmath>
 #include <cstdio>
-#include <filesystem>
 #include <iostream>
 #include <sstream>
 
@@ -16,6 +15,7 @@
 #include "CommandLine.h"
 #include "EffectChain.h"
 #include "EffectSetup.h"
+#include "FilePath.h"
 #include "InterruptWatch.h"
 #include "OutputGuard.h"
 #include "PluginFinder.h"
@@ -104,7 +104,7 @@ AudioChannelLayout RenderCommand::GetTrackLayout(const AudioFileReader& input) c
 void RenderCommand::CheckOutput() const {
     for (const std::string& source : {mOptions.input, mOptions.sideChain}) {
         std::error_code ignored;
-        if (!source.empty() && std::filesystem::equivalent(source, mOptions.output, ignored))
+        if (!source.empty() && std::filesystem::equivalent(ToFilePath(source), ToFilePath(mOptions.output), ignored))
             throw AudioFileError(mOptions.output, "is one of the files to read; write into another one");
     }
 }

@@ -1,6 +1,5 @@
 #include "ScanCommand.h"
 
-#include <filesystem>
 #include <iostream>
 
 #include <boost/bind/bind.hpp>
@@ -14,6 +13,7 @@
 #include <zelui/UI_ProgressDialog.h>
 
 #include "CatalogueReport.h"
+#include "FilePath.h"
 #include "InterruptWatch.h"
 #include "OutputGuard.h"
 #include "TerminalText.h"
@@ -65,8 +65,8 @@ void ScanCommand::Scan(const std::vector<ustring>& folders) const {
 std::vector<ustring> ScanCommand::GetFolders() const {
     std::vector<ustring> folders;
     for (const std::string& folder : mLine.folders) {
-        if (!std::filesystem::is_directory(folder)) throw UsageError("no such folder: '" + folder + "'");
-        folders.push_back(UTF8to16(std::filesystem::canonical(folder).string()));
+        if (!std::filesystem::is_directory(ToFilePath(folder))) throw UsageError("no such folder: '" + folder + "'");
+        folders.push_back(UTF8to16(FromFilePath(std::filesystem::canonical(ToFilePath(folder)))));
     }
     return folders;
 }

@@ -9,6 +9,7 @@
 
 #include "CatalogueReport.h"
 #include "CommandLine.h"
+#include "Console.h"
 #include "EditCommand.h"
 #include "ManageCommand.h"
 #include "Preferences.h"
@@ -41,6 +42,7 @@ public:
 
 /// The commands that may show something.
 int RunWithWindows(const CommandLine& line, int& argc, char** argv) {
+    if (line.command == CommandLine::kWindow) Console::CloseOwn();
     zelui::Application application(argc, argv);
     UserLanguage::Load();
     const Library library;
@@ -80,8 +82,9 @@ int RunCommand(const CommandLine& line, int& argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    const Console console;
     try {
-        const CommandLine line = CommandLine::Parse(std::vector<std::string>(argv + 1, argv + argc));
+        const CommandLine line = CommandLine::Parse(Console::GetArguments(argc, argv));
         const int code = RunCommand(line, argc, argv);
         std::cout.flush();
         if (!std::cout) {

@@ -2,15 +2,19 @@
 
 #include <cstddef>
 #include <string>
+#include <vector>
 
 namespace zelaudiofilterscan {
 
 /// What the scanner asks of its platform.
 class ProcessSupport {
 public:
-    /// Prepares a process that serves a client: it ends with the process that started it, leaves no core files, and its
-    /// standard streams lead nowhere (or to the file that ZEL_SCANNER_LOG names), so that plug-ins may print what they
-    /// like. First thing in main.
+    /// What the program was started with, without its own name, in UTF-8.
+    static std::vector<std::string> GetArguments(int argumentCount, char** arguments);
+
+    /// Prepares a process that serves a client: it ends with the process that started it, leaves no core files, asks
+    /// nobody about a crash, and its standard streams lead nowhere (or to the file that ZEL_SCANNER_LOG names), so that
+    /// plug-ins may print what they like. First thing in main.
     static void PrepareServer();
 
     /// Prepares a process run by hand: whatever plug-ins print goes to the error stream, and the returned descriptor

@@ -17,6 +17,10 @@ const pid_t gStarter = getppid();
 
 }  // namespace
 
+std::vector<std::string> ProcessSupport::GetArguments(int argumentCount, char** arguments) {
+    return std::vector<std::string>(arguments + 1, arguments + argumentCount);
+}
+
 void ProcessSupport::PrepareServer() {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     const rlimit none = {0, 0};

@@ -1,5 +1,5 @@
-#include <cstring>
 #include <string>
+#include <vector>
 
 #include <boost/bind/bind.hpp>
 #include <zelaudiofilterhost/ScanProtocol.h>
@@ -20,16 +20,16 @@ constexpr char kUsage[] =
     "Usage: zelaudiofilterscan.exe [FILE]\n"
     "Without an argument, serves the scan client that started it. With one, prints what the plug-in FILE is.\n";
 
-int ScanByHand(int argumentCount, char** arguments) {
+int ScanByHand(const std::vector<std::string>& arguments) {
     const int output = ProcessSupport::PrepareManual();
-    if (argumentCount != 2 || arguments[1][0] == '-') {
+    if (arguments.size() != 1 || arguments.front().starts_with('-')) {
         ProcessSupport::Write(output, kUsage);
-        return argumentCount == 2 && std::strcmp(arguments[1], "--help") == 0 ? protocol::kScannerExitDone
-                                                                              : protocol::kScannerExitUsage;
+        const bool isAskedFor = arguments.size() == 1 && arguments.front() == "--help";
+        return isAskedFor ? protocol::kScannerExitDone : protocol::kScannerExitUsage;
     }
     const zelcore::threads::SimpleMainLoop loop;
     bool succeeded = false;
-    ProcessSupport::Write(output, DescribeForPeople(arguments[1], succeeded));
+    ProcessSupport::Write(output, DescribeForPeople(arguments.front(), succeeded));
     return succeeded ? protocol::kScannerExitDone : protocol::kScannerExitFailed;
 }
 
@@ -53,6 +53,7 @@ int ScanByHand(int argumentCount, char** arguments) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (argc == 1) Serve();
-    ProcessSupport::EndNow(ScanByHand(argc, argv));
+    const std::vector<std::string> arguments = ProcessSupport::GetArguments(argc, argv);
+    if (arguments.empty()) Serve();
+    ProcessSupport::EndNow(ScanByHand(arguments));
 }

@@ -45,8 +45,8 @@ def sources(root=ROOT, endings=(".cpp", ".h")):
 
 
 def belongs_to_other_platform(name):
-    # "_none" stands in for a dependency that is not there.
-    return pathlib.PurePath(name).stem.endswith(("_win32", "_macos", "_none"))
+    # "_none" and "_inaccessible" stand in for what is not there.
+    return pathlib.PurePath(name).stem.endswith(("_win32", "_macos", "_none", "_inaccessible"))
 
 
 @functools.lru_cache

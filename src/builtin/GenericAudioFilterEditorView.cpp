@@ -120,6 +120,10 @@ void GenericEditorRow::ApplyValue() {
 
 }  // namespace
 
+// Who takes their addresses on Windows wants them to be in the library.
+constexpr float GenericAudioFilterEditorView::kRowHeight;
+constexpr float GenericAudioFilterEditorView::kWidth;
+
 GenericAudioFilterEditorView::GenericAudioFilterEditorView(const boost::intrusive_ptr<AudioFilter>& filter)
     : mFilter(filter) {}
 

@@ -1,13 +1,9 @@
 #pragma once
 
-#include <algorithm>
 #include <cstdint>
-#include <cstdlib>
+#include <memory>
 
-#include <xcb/xcb.h>
-
-/// The part of a plug-in's editor that is on the screen: an X11 window with two colours, over a display connection of
-/// the plug-in's own.
+/// The part of a plug-in's editor that is on the screen: a native window with two colours.
 namespace zeltestplugins {
 
 class EditorWindow {
@@ -15,93 +11,27 @@ public:
     static constexpr std::uint32_t kUpperColour = 0xE08020;
     static constexpr std::uint32_t kLowerColour = 0x2060C0;
 
-    EditorWindow() = default;
-    ~EditorWindow() { Close(); }
+    EditorWindow();
+    ~EditorWindow();
     EditorWindow(const EditorWindow&) = delete;
     EditorWindow& operator=(const EditorWindow&) = delete;
 
     /// False when there is no display.
-    bool Open(void* parent, int width, int height) {
-        Close();
-        mConnection = xcb_connect(nullptr, nullptr);
-        if (xcb_connection_has_error(mConnection) != 0) {
-            Close();
-            return false;
-        }
-        mWidth = width;
-        mHeight = height;
-        mWindow = xcb_generate_id(mConnection);
-        mContext = xcb_generate_id(mConnection);
-        const std::uint32_t events = XCB_EVENT_MASK_EXPOSURE | XCB_EVENT_MASK_BUTTON_PRESS;
-        xcb_create_window(mConnection, XCB_COPY_FROM_PARENT, mWindow,
-                          static_cast<xcb_window_t>(reinterpret_cast<std::uintptr_t>(parent)), 0, 0, Extent(width),
-                          Extent(height), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK,
-                          &events);
-        xcb_create_gc(mConnection, mContext, mWindow, 0, nullptr);
-        xcb_map_window(mConnection, mWindow);
-        xcb_flush(mConnection);
-        return true;
-    }
-
+    bool Open(void* parent, int width, int height);
     /// Waits until the window is gone: the parent's goes next.
-    void Close() {
-        if (mConnection == nullptr) return;
-        if (mWindow != 0) {
-            xcb_destroy_window(mConnection, mWindow);
-            std::free(xcb_get_input_focus_reply(mConnection, xcb_get_input_focus(mConnection), nullptr));
-        }
-        xcb_disconnect(mConnection);
-        mConnection = nullptr;
-        mWindow = 0;
-    }
+    void Close();
+    void Resize(int width, int height);
 
-    void Resize(int width, int height) {
-        mWidth = width;
-        mHeight = height;
-        if (mWindow == 0) return;
-        const std::uint32_t size[] = {Extent(width), Extent(height)};
-        xcb_configure_window(mConnection, mWindow, XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT, size);
-        Draw();
-    }
-
-    /// Draws what has to be drawn. True when the window was clicked since the last time.
-    bool HandleEvents() {
-        if (mConnection == nullptr) return false;
-        bool isClicked = false;
-        bool isExposed = false;
-        while (xcb_generic_event_t* const event = xcb_poll_for_event(mConnection)) {
-            const int type = event->response_type & 0x7F;
-            isExposed = isExposed || type == XCB_EXPOSE;
-            isClicked = isClicked || type == XCB_BUTTON_PRESS;
-            std::free(event);
-        }
-        if (isExposed) Draw();
-        return isClicked;
-    }
-
-    /// Becomes readable when there are events; -1 while closed.
-    int GetDescriptor() const { return mConnection == nullptr ? -1 : xcb_get_file_descriptor(mConnection); }
+    /// Draws what has to be drawn, where that does not happen by itself. True when the window was clicked since the
+    /// last time.
+    bool HandleEvents();
+    /// Becomes readable when there are events; -1 while closed, and where they come by themselves.
+    int GetDescriptor() const;
 
 private:
-    static std::uint16_t Extent(int value) { return static_cast<std::uint16_t>(std::clamp(value, 1, 16384)); }
+    class Platform;
 
-    void Fill(std::uint32_t colour, int top, int height) {
-        xcb_change_gc(mConnection, mContext, XCB_GC_FOREGROUND, &colour);
-        const xcb_rectangle_t area = {0, static_cast<std::int16_t>(top), Extent(mWidth), Extent(height)};
-        xcb_poly_fill_rectangle(mConnection, mWindow, mContext, 1, &area);
-    }
-
-    void Draw() {
-        Fill(kUpperColour, 0, mHeight / 2);
-        Fill(kLowerColour, mHeight / 2, mHeight - mHeight / 2);
-        xcb_flush(mConnection);
-    }
-
-    xcb_connection_t* mConnection = nullptr;
-    xcb_window_t mWindow = 0;
-    xcb_gcontext_t mContext = 0;
-    int mWidth = 0;
-    int mHeight = 0;
+    std::unique_ptr<Platform> mPlatform;  ///< while open
 };
 
 }  // namespace zeltestplugins

@@ -7,6 +7,7 @@
 #include <pluginterfaces/gui/iplugviewcontentscalesupport.h>
 
 #include "support/Vst3Plugin.h"
+#include "support/WindowType.h"
 
 /// The common part of the VST3 test plug-ins with an editor: a controller, its views, and a list of the calls.
 namespace zeltestplugins {
@@ -46,7 +47,7 @@ public:
     uint32 PLUGIN_API release() override { return Drop(); }
 
     tresult PLUGIN_API isPlatformTypeSupported(FIDString type) override {
-        return std::strcmp(type, kPlatformTypeX11EmbedWindowID) == 0 ? kResultTrue : kResultFalse;
+        return std::strcmp(type, GetWindowType()) == 0 ? kResultTrue : kResultFalse;
     }
     tresult PLUGIN_API setFrame(IPlugFrame* frame) override {
         Note(frame != nullptr ? "frame" : "noframe");

@@ -388,10 +388,15 @@ private:
 
 }  // namespace zeltestplugins
 
-/// The functions that a module starts and ends with.
-#define ZEL_VST3_MODULE                                                    \
-    extern "C" SMTG_EXPORT_SYMBOL bool ModuleEntry(void*) { return true; } \
-    extern "C" SMTG_EXPORT_SYMBOL bool ModuleExit() { return true; }
+/// The functions that a module starts and ends with, by the names of all platforms; each returns what its expression
+/// says.
+#define ZEL_VST3_MODULE_WITH(start, end)                                    \
+    extern "C" SMTG_EXPORT_SYMBOL bool ModuleEntry(void*) { return start; } \
+    extern "C" SMTG_EXPORT_SYMBOL bool ModuleExit() { return end; }         \
+    extern "C" SMTG_EXPORT_SYMBOL bool InitDll() { return start; }          \
+    extern "C" SMTG_EXPORT_SYMBOL bool ExitDll() { return end; }
+
+#define ZEL_VST3_MODULE ZEL_VST3_MODULE_WITH(true, true)
 
 /// Declares the function that returns the factory; the body returns it.
 #define ZEL_VST3_FACTORY extern "C" SMTG_EXPORT_SYMBOL Steinberg::IPluginFactory* PLUGIN_API GetPluginFactory()

@@ -19,4 +19,8 @@ std::set<std::string> FindInstalledPlugins() {
     return paths;
 }
 
+bool IsInstalled(const std::string& path) { return std::filesystem::exists(path); }
+
+std::vector<std::string> GetPluginVariables(const std::string&) { return {}; }
+
 }  // namespace zeltests

@@ -1,10 +1,10 @@
 #include "support/SoundServer.h"
 
-#include <cstdlib>
 #include <filesystem>
 
 #include <gtest/gtest.h>
 
+#include "support/Environment.h"
 #include "support/WaitFor.h"
 
 namespace zeltests {
@@ -26,7 +26,7 @@ bool IsInstalled() {
 
 SoundServer::SoundServer() {
     const std::string socket = mFolder.Path("socket");
-    setenv("PULSE_SERVER", ("unix:" + socket).c_str(), 1);
+    SetVariable("PULSE_SERVER", ("unix:" + socket).c_str());
     if (!IsInstalled()) return;
     mEnvironment = {"HOME=" + mFolder.GetPath(), "XDG_RUNTIME_DIR=" + mFolder.GetPath(), "XDG_CONFIG_HOME="};
     auto program = std::make_unique<Program>(
@@ -39,7 +39,7 @@ SoundServer::SoundServer() {
         mProgram = std::move(program);
 }
 
-SoundServer::~SoundServer() { unsetenv("PULSE_SERVER"); }
+SoundServer::~SoundServer() { SetVariable("PULSE_SERVER", nullptr); }
 
 void SoundServer::AddDevice(const std::string& name) {
     EXPECT_EQ(Control({"load-module", "module-null-sink", "sink_name=" + name, "rate=48000", "format=float32le"}), 0);

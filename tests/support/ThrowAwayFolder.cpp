@@ -17,12 +17,13 @@ ThrowAwayFolder::ThrowAwayFolder() {
     do {
         candidate = base / ("zeltest-" + std::to_string(random()));
     } while (!std::filesystem::create_directory(candidate));
-    mPath = std::filesystem::canonical(candidate).string();
+    const std::u8string path = std::filesystem::canonical(candidate).generic_u8string();
+    mPath.assign(path.begin(), path.end());
 }
 
 ThrowAwayFolder::~ThrowAwayFolder() {
     std::error_code ignored;
-    std::filesystem::remove_all(mPath, ignored);
+    std::filesystem::remove_all(ToPath(mPath), ignored);
 }
 
 zelcore::filesupport::Dir ThrowAwayFolder::GetDir() const {
@@ -37,14 +38,21 @@ ThrowAwayPreferences::ThrowAwayPreferences() { zelcore::filesupport::Dir::SetPre
 
 ThrowAwayPreferences::~ThrowAwayPreferences() { zelcore::filesupport::Dir::SetPrefDir(zelcore::filesupport::Dir()); }
 
+std::filesystem::path ToPath(const std::string& path) { return std::u8string(path.begin(), path.end()); }
+
+std::string FullName(const std::string& path) {
+    const std::u8string full = std::filesystem::absolute(ToPath(path)).make_preferred().u8string();
+    return std::string(full.begin(), full.end());
+}
+
 std::string ReadFile(const std::string& path) {
-    std::ifstream stream(path, std::ios::binary);
+    std::ifstream stream(ToPath(path), std::ios::binary);
     EXPECT_TRUE(stream.is_open()) << path;
     return std::string(std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>());
 }
 
 void WriteFile(const std::string& path, const std::string& bytes) {
-    std::ofstream stream(path, std::ios::binary | std::ios::trunc);
+    std::ofstream stream(ToPath(path), std::ios::binary | std::ios::trunc);
     stream << bytes;
     stream.flush();
     EXPECT_TRUE(stream.good()) << path;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <string>
 
 #include <zelcore/Dir.h>
@@ -35,6 +36,12 @@ public:
 private:
     ThrowAwayFolder mFolder;
 };
+
+/// The path for the standard library, out of UTF-8.
+std::filesystem::path ToPath(const std::string& path);
+
+/// The path as programs name it: full, with the system's own separators.
+std::string FullName(const std::string& path);
 
 /// Whole content of a file; fails the test when it cannot be read.
 std::string ReadFile(const std::string& path);

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdlib>
 #include <string>
 
 #include "support/ThrowAwayFolder.h"
@@ -11,17 +10,18 @@ namespace zeltests {
 /// pixel each, and beside it another one of the same size with twice the pixels. Made before the application.
 class TwoScreens {
 public:
-    TwoScreens() {
-        const char* const platform = std::getenv("QT_QPA_PLATFORM");
-        if (platform == nullptr || std::string(platform) != "offscreen") return;
-        WriteFile(mFolder.Path("screens.json"), R"({"screens": [
-            {"name": "one", "x": 0, "y": 0, "width": 800, "height": 800, "dpr": 1},
-            {"name": "two", "x": 800, "y": 0, "width": 800, "height": 800, "dpr": 2}]})");
-        setenv("QT_QPA_PLATFORM", ("offscreen:configfile=" + mFolder.Path("screens.json")).c_str(), 1);
-    }
+    TwoScreens();
+    ~TwoScreens();
+    TwoScreens(const TwoScreens&) = delete;
+    TwoScreens& operator=(const TwoScreens&) = delete;
 
 private:
+    /// How the file of the screens is named to the toolkit, and what had to be changed for that.
+    std::string NameFile();
+    void Leave();
+
     ThrowAwayFolder mFolder;
+    std::string mLeft;
 };
 
 }  // namespace zeltests

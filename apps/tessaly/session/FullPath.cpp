@@ -1,9 +1,11 @@
 #include "FullPath.h"
 
-#include <filesystem>
+#include "FilePath.h"
 
 namespace tessaly {
 
-std::string GetFullPath(const std::string& path) { return std::filesystem::absolute(path).lexically_normal().string(); }
+std::string GetFullPath(const std::string& path) {
+    return FromFilePath(std::filesystem::absolute(ToFilePath(path)).lexically_normal());
+}
 
 }  // namespace tessaly

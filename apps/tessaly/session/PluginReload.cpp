@@ -10,6 +10,8 @@
 #include <zelaudiofilterhost/PluginModuleInfoManager.h>
 #include <zelcore/Utf.h>
 
+#include "FilePath.h"
+
 namespace tessaly {
 
 using zelaudiofilterhost::AudioFilterDescriptor;
@@ -35,7 +37,7 @@ std::filesystem::path Resolve(const zelcore::ustring& path) {
     const zelcore::utf8string utf8 = zelcore::utility::UTF16to8(path);
     std::error_code failed;
     const std::filesystem::path full =
-        std::filesystem::weakly_canonical(std::filesystem::path(utf8.begin(), utf8.end()), failed);
+        std::filesystem::weakly_canonical(ToFilePath(std::string(utf8.begin(), utf8.end())), failed);
     return failed ? std::filesystem::path() : full;
 }
 

@@ -1,11 +1,10 @@
 #include "SessionFile.h"
 
-#include <filesystem>
-
 #include <zelcore/File.h>
 #include <zelcore/FileUtils.h>
 #include <zelcore/Utf.h>
 
+#include "FilePath.h"
 #include "FullPath.h"
 #include "SessionError.h"
 #include "SessionReader.h"
@@ -19,7 +18,7 @@ using zelcore::utility::UTF8to16;
 
 namespace {
 
-std::string GetFolder(const std::string& fullPath) { return std::filesystem::path(fullPath).parent_path().string(); }
+std::string GetFolder(const std::string& fullPath) { return FromFilePath(ToFilePath(fullPath).parent_path()); }
 
 }  // namespace
 

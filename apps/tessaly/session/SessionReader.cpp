@@ -1,7 +1,6 @@
 #include "SessionReader.h"
 
 #include <cmath>
-#include <filesystem>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -9,6 +8,7 @@
 #include <zelaudiofilterhost/PluginComponentInfo.h>
 #include <zelui/QtBridge.h>
 
+#include "FilePath.h"
 #include "SessionError.h"
 #include "SessionFile.h"
 #include "SessionFormat.h"
@@ -77,12 +77,12 @@ std::string ReadSound(const QJsonObject& session, const char* name, const std::s
     if (Has(session, name) && path.empty()) FailFor(name);
     // Each is taken from the folder; a path that is full stays what it is.
     const auto complete = [&folder](const std::string& part) {
-        return (std::filesystem::path(folder) / part).lexically_normal();
+        return (ToFilePath(folder) / ToFilePath(part)).lexically_normal();
     };
     std::error_code error;
     if (!relative.empty() && std::filesystem::is_regular_file(complete(relative), error))
-        return complete(relative).string();
-    return path.empty() ? path : complete(path).string();
+        return FromFilePath(complete(relative));
+    return path.empty() ? path : FromFilePath(complete(path));
 }
 
 std::optional<ChannelMap> ReadMap(const QJsonObject& effect, const char* name) {

@@ -1,6 +1,5 @@
 #include "SessionWriter.h"
 
-#include <filesystem>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -8,6 +7,7 @@
 
 #include <zelui/QtBridge.h>
 
+#include "FilePath.h"
 #include "SessionError.h"
 #include "SessionFile.h"
 #include "SessionFormat.h"
@@ -21,10 +21,11 @@ using zelui::qt::ToQString;
 namespace {
 
 QJsonObject WriteSound(const std::string& path, const std::string& folder) {
-    const std::filesystem::path relative = std::filesystem::path(path).lexically_relative(folder);
+    const std::filesystem::path relative = ToFilePath(path).lexically_relative(ToFilePath(folder));
     QJsonObject sound{{Key("path"), QString::fromStdString(path)}};
     // None where the two are on different drives.
-    if (!relative.empty()) sound.insert(Key("relative"), QString::fromStdString(relative.generic_string()));
+    if (!relative.empty())
+        sound.insert(Key("relative"), QString::fromStdString(FromFilePath(relative.generic_u8string())));
     return sound;
 }
 

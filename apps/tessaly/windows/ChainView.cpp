@@ -8,6 +8,7 @@
 #include <QSignalBlocker>
 
 #include <boost/bind/bind.hpp>
+#include <zelui/QtAccessibility.h>
 
 #include "FormatName.h"
 #include "LocalText.h"
@@ -30,7 +31,7 @@ QString GetStateText(const ChainEffect& effect) {
 
 ChainView::ChainView(Session& session) : mSession(session) {
     setObjectName(QStringLiteral("Chain"));
-    setAccessibleName(LocalText("$$$/tessaly/Chain/Name=Effect chain"));
+    zelui::qt::SetAccessibleName(*this, LocalText("$$$/tessaly/Chain/Name=Effect chain"));
     setColumnCount(kColumnCount);
     setHeaderLabels({LocalText("$$$/tessaly/Chain/Effect=Effect"), LocalText("$$$/tessaly/Chain/Vendor=Vendor"),
                      LocalText("$$$/tessaly/Chain/Format=Format"), LocalText("$$$/tessaly/Chain/State=State")});

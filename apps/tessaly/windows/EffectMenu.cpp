@@ -1,7 +1,6 @@
 #include "EffectMenu.h"
 
 #include <algorithm>
-#include <QAccessible>
 #include <QApplication>
 #include <QKeyEvent>
 #include <QLabel>
@@ -11,6 +10,7 @@
 #include <QTreeWidget>
 #include <QTreeWidgetItemIterator>
 #include <QVBoxLayout>
+#include <zelui/QtAccessibility.h>
 
 #include "LocalText.h"
 #include "WindowAccessible.h"
@@ -36,14 +36,14 @@ EffectMenu::EffectMenu(QWidget* parent)
       mNothing(new QLabel),
       mScanButton(new QPushButton(LocalText("$$$/tessaly/Effects/Scan=Scan for Plug-Ins"))) {
     setObjectName(QStringLiteral("EffectMenu"));
-    SetWindowRole(*this, QAccessible::Dialog);
-    setAccessibleName(LocalText("$$$/tessaly/Effects/Menu=Add an effect"));
+    SetWindowKind(*this, WindowKind::kDialog);
+    zelui::qt::SetAccessibleName(*this, LocalText("$$$/tessaly/Effects/Menu=Add an effect"));
     mSearch->setObjectName(QStringLiteral("EffectSearch"));
-    mSearch->setAccessibleName(LocalText("$$$/tessaly/Effects/Search=Search effects"));
-    mSearch->setPlaceholderText(mSearch->accessibleName());
+    zelui::qt::SetAccessibleName(*mSearch, LocalText("$$$/tessaly/Effects/Search=Search effects"));
+    mSearch->setPlaceholderText(zelui::qt::GetAccessibleName(*mSearch));
     mSearch->setClearButtonEnabled(true);
     mTree->setObjectName(QStringLiteral("EffectTree"));
-    mTree->setAccessibleName(LocalText("$$$/tessaly/Effects/List=Effects"));
+    zelui::qt::SetAccessibleName(*mTree, LocalText("$$$/tessaly/Effects/List=Effects"));
     mTree->setHeaderHidden(true);
     mTree->setUniformRowHeights(true);
     mTree->setFrameShape(QFrame::NoFrame);
@@ -174,10 +174,9 @@ void EffectMenu::Announce(const QTreeWidgetItem* item) {
     // The focus stays in the field, so that the field says what is chosen beside it.
     QString text;
     if (IsEffect(item)) text = item->data(0, kSearchRole).toString().replace(QLatin1Char('\n'), QStringLiteral(", "));
-    if (text == mSearch->accessibleDescription()) return;
-    mSearch->setAccessibleDescription(text);
-    QAccessibleValueChangeEvent event(mSearch, text);
-    QAccessible::updateAccessibility(&event);
+    if (text == zelui::qt::GetAccessibleDescription(*mSearch)) return;
+    zelui::qt::SetAccessibleDescription(*mSearch, text);
+    zelui::qt::AnnounceValue(*mSearch, text);
 }
 
 void EffectMenu::Pick(QTreeWidgetItem* item) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <QPainter>
+#include <zelui/QtAccessibility.h>
 
 #include "LocalText.h"
 
@@ -35,7 +36,7 @@ double ToShare(float level) { return std::clamp((level - LevelMeters::kLowest) /
 
 LevelMeters::LevelMeters(QWidget* parent) : QWidget(parent) {
     setObjectName(QStringLiteral("Levels"));
-    setAccessibleName(LocalText("$$$/tessaly/Levels=Levels"));
+    zelui::qt::SetAccessibleName(*this, LocalText("$$$/tessaly/Levels=Levels"));
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 
@@ -81,7 +82,7 @@ void LevelMeters::Describe() {
     // Screen readers are told of each change.
     if (text == toolTip()) return;
     setToolTip(text);
-    setAccessibleDescription(texts.join(QStringLiteral(", ")));
+    zelui::qt::SetAccessibleDescription(*this, texts.join(QStringLiteral(", ")));
 }
 
 QSize LevelMeters::sizeHint() const {

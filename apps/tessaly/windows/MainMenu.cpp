@@ -3,6 +3,7 @@
 #include <QActionGroup>
 #include <QFileInfo>
 #include <QMenuBar>
+#include <zelui/QtAccessibility.h>
 
 #include "ChainView.h"
 #include "LocalText.h"
@@ -14,7 +15,7 @@ namespace tessaly {
 namespace {
 
 /// Qt names the item that opens a menu, and not the menu.
-void NameForReaders(QMenu& menu) { menu.setAccessibleName(menu.title().remove(QLatin1Char('&'))); }
+void NameForReaders(QMenu& menu) { zelui::qt::SetAccessibleName(menu, menu.title().remove(QLatin1Char('&'))); }
 
 void ShowStep(MainWindow& window, const char* action, bool isPossible, const QString& text, const QString& textOfStep) {
     QAction* const found = window.findChild<QAction*>(QLatin1String(action));

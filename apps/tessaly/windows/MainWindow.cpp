@@ -4,6 +4,7 @@
 #include <QCloseEvent>
 #include <QDateTime>
 #include <QDialog>
+#include <QDir>
 #include <QFileInfo>
 #include <QHBoxLayout>
 #include <QMessageBox>
@@ -265,7 +266,8 @@ void MainWindow::WaitForRender(RenderJob& job, const std::string& path) {
     RenderDialog(job, FileNameText(path), this).Wait();
     if (job.GetState() == RenderJob::kFailed) throw std::runtime_error(job.GetError());
     if (job.GetState() == RenderJob::kDone)
-        mNotice->Tell(LocalText("$$$/tessaly/Render/Done=Rendered to @0.", QString::fromStdString(path)));
+        mNotice->Tell(LocalText("$$$/tessaly/Render/Done=Rendered to @0.",
+                                QDir::toNativeSeparators(QString::fromStdString(path))));
 }
 
 void MainWindow::SetTheme(CommandLine::Theme theme) {

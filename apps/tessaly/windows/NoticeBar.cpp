@@ -1,9 +1,9 @@
 #include "NoticeBar.h"
 
-#include <QAccessible>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QToolButton>
+#include <zelui/QtAccessibility.h>
 
 #include "LocalText.h"
 
@@ -24,8 +24,8 @@ NoticeBar::NoticeBar(QWidget* parent) : QFrame(parent), mText(new QLabel) {
     close->setText(QStringLiteral("\u00d7"));
     close->setAutoRaise(true);
     close->setFocusPolicy(Qt::StrongFocus);
-    close->setAccessibleName(LocalText("$$$/tessaly/CloseNotice=Close this message"));
-    close->setToolTip(close->accessibleName());
+    zelui::qt::SetAccessibleName(*close, LocalText("$$$/tessaly/CloseNotice=Close this message"));
+    close->setToolTip(zelui::qt::GetAccessibleName(*close));
     connect(close, &QToolButton::clicked, this, [this] { Clear(); });
     QHBoxLayout* const layout = new QHBoxLayout(this);
     layout->addWidget(mText, 1);
@@ -38,10 +38,9 @@ void NoticeBar::Tell(const QString& text) {
     lines.removeAll(text);
     lines.append(text);
     mText->setText(lines.mid(std::max<qsizetype>(lines.size() - kMaxLines, 0)).join(QLatin1Char('\n')));
-    mText->setAccessibleName(mText->text());
+    zelui::qt::SetAccessibleName(*mText, mText->text());
     show();
-    QAccessibleEvent event(this, QAccessible::Alert);
-    QAccessible::updateAccessibility(&event);
+    zelui::qt::AnnounceAlert(*this);
 }
 
 void NoticeBar::Clear() {

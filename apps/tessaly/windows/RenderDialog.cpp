@@ -3,6 +3,7 @@
 #include <QEventLoop>
 #include <QProgressBar>
 #include <QPushButton>
+#include <zelui/QtAccessibility.h>
 
 #include "LocalText.h"
 
@@ -23,7 +24,7 @@ RenderDialog::RenderDialog(RenderJob& job, const QString& fileName, QWidget* par
       mCancelButton(findChild<QPushButton*>()) {
     setObjectName(QStringLiteral("RenderDialog"));
     setWindowTitle(LocalText("$$$/tessaly/Render/Title=Render"));
-    findChild<QProgressBar*>()->setAccessibleName(labelText());
+    zelui::qt::SetAccessibleName(*findChild<QProgressBar*>(), labelText());
     setWindowModality(Qt::WindowModal);
     setMinimumDuration(0);
     // It goes when the thread has ended, not when a button was pressed.

@@ -1,12 +1,12 @@
 #include "RenderJob.h"
 
-#include <filesystem>
 #include <stdexcept>
 
 #include "AudioFileError.h"
 #include "AudioFileFormat.h"
 #include "AudioFileReader.h"
 #include "AudioFileWriter.h"
+#include "FilePath.h"
 #include "LocalText.h"
 #include "Renderer.h"
 #include "Session.h"
@@ -51,7 +51,7 @@ void RenderJob::OpenInputs(Session& session, const std::string& output) {
         throw MakeError(LocalText("$$$/tessaly/Render/NoSound=There is no sound to render."));
     for (const std::string& source : {session.GetSoundPath(), session.GetSideChainPath()}) {
         std::error_code ignored;
-        if (!source.empty() && std::filesystem::equivalent(source, output, ignored))
+        if (!source.empty() && std::filesystem::equivalent(ToFilePath(source), ToFilePath(output), ignored))
             throw MakeError(LocalText("$$$/tessaly/Render/Same=This file is what is played. Choose another one."));
     }
     mInput = std::make_unique<AudioFileReader>(session.GetSoundPath());

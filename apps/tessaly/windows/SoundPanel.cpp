@@ -6,6 +6,7 @@
 #include <QPushButton>
 
 #include <boost/bind/bind.hpp>
+#include <zelui/QtAccessibility.h>
 
 #include "DroppedFile.h"
 #include "LocalText.h"
@@ -29,7 +30,7 @@ QLabel* MakeText(const char* objectName) {
 QPushButton* MakeButton(const char* objectName, const QString& text, const QString& accessibleName) {
     QPushButton* const button = new QPushButton(text);
     button->setObjectName(QLatin1String(objectName));
-    button->setAccessibleName(accessibleName);
+    zelui::qt::SetAccessibleName(*button, accessibleName);
     return button;
 }
 

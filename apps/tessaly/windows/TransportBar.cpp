@@ -9,6 +9,7 @@
 #include <QToolButton>
 
 #include <boost/bind/bind.hpp>
+#include <zelui/QtAccessibility.h>
 
 #include "LevelMeters.h"
 #include "LocalText.h"
@@ -59,7 +60,7 @@ TransportBar::TransportBar(Session& session, Player& player)
     mLoop->setCheckable(true);
     mLoop->setText(LocalText("$$$/tessaly/Loop=Loop"));
     mPosition->setObjectName(QStringLiteral("Position"));
-    mPosition->setAccessibleName(LocalText("$$$/tessaly/Position=Position"));
+    zelui::qt::SetAccessibleName(*mPosition, LocalText("$$$/tessaly/Position=Position"));
     mPosition->setSingleStep(kArrowStep);
     mPosition->setPageStep(kPageStep);
     mTime->setObjectName(QStringLiteral("Time"));
@@ -74,7 +75,7 @@ TransportBar::TransportBar(Session& session, Player& player)
 QToolButton* TransportBar::AddButton(const char* objectName, const QString& text) {
     QToolButton* const button = new QToolButton;
     button->setObjectName(QLatin1String(objectName));
-    button->setAccessibleName(text);
+    zelui::qt::SetAccessibleName(*button, text);
     button->setToolTip(text);
     button->setFocusPolicy(Qt::StrongFocus);
     layout()->addWidget(button);
@@ -115,7 +116,7 @@ void TransportBar::Refresh() {
     if (mLoop == nullptr) return;
     const bool playing = mPlayer.IsPlaying();
     const QString text = playing ? LocalText("$$$/tessaly/Stop=Stop") : LocalText("$$$/tessaly/Play=Play");
-    mPlay->setAccessibleName(text);
+    zelui::qt::SetAccessibleName(*mPlay, text);
     mPlay->setToolTip(text);
     mPlay->setIcon(MakeTransportIcon(playing ? TransportSign::kStop : TransportSign::kPlay, palette()));
     mRewind->setIcon(MakeTransportIcon(TransportSign::kRewind, palette()));
@@ -145,9 +146,9 @@ void TransportBar::ShowPosition() {
 void TransportBar::Describe(const QString& position, const QString& length) {
     const QString name = LocalText("$$$/tessaly/TimeOf=Time: @0 of @1", position, length);
     // Screen readers are told of each change.
-    if (name == mTime->accessibleName()) return;
-    mTime->setAccessibleName(name);
-    mPosition->setAccessibleDescription(position);
+    if (name == zelui::qt::GetAccessibleName(*mTime)) return;
+    zelui::qt::SetAccessibleName(*mTime, name);
+    zelui::qt::SetAccessibleDescription(*mPosition, position);
 }
 
 void TransportBar::timerEvent(QTimerEvent*) {

@@ -18,6 +18,9 @@ constexpr int kMaxBlockSize = 1 << 20;
 
 }  // namespace
 
+// Who takes its address on Windows wants it to be in the library.
+constexpr std::size_t AudioFilter::kMaxTargetChannels;
+
 AudioFilter::AudioFilter()
     : mRouting(std::make_unique<ChannelRouting>()), mIsStarted(false), mSampleRate(0.0), mMaximumFrames(0) {}
 

@@ -6,6 +6,7 @@
 #include <zelcore/File.h>
 
 #include "LocatorHash.h"
+#include "PluginFolders.h"
 
 namespace zelaudiofilterhost {
 
@@ -25,7 +26,7 @@ std::vector<PluginLocator> SearchCandidates(TechnologyType technology, const ust
 }
 
 bool HasExtension(const ustring& name, const ustring& extension) {
-    return name.size() > extension.size() && name.ends_with(extension);
+    return name.size() > extension.size() && IsSameName(name.substr(name.size() - extension.size()), extension);
 }
 
 ustring LastName(const ustring& path) { return zelcore::filesupport::File(path).GetName(); }

@@ -16,4 +16,7 @@ ustring VstModuleExtension();
 /// Whether a path starts at a root of this platform.
 bool IsFullPath(const ustring& path);
 
+/// Whether two names, or paths, are the same to this platform's file systems.
+bool IsSameName(const ustring& left, const ustring& right);
+
 }  // namespace zelaudiofilterhost

@@ -104,4 +104,6 @@ ustring VstModuleExtension() { return zelcore::utility::AsciiToUTF16(".so"); }
 
 bool IsFullPath(const ustring& path) { return !path.empty() && path.front() == '/'; }
 
+bool IsSameName(const ustring& left, const ustring& right) { return left == right; }
+
 }  // namespace zelaudiofilterhost

@@ -61,6 +61,9 @@ bool IsKnownTechnology(int number) { return number >= kTechnologyBuiltIn && numb
 
 }  // namespace
 
+// Who takes its address on Windows wants it to be in the library.
+constexpr std::size_t PluginLocator::kMaxTextLength;
+
 PluginLocator::PluginLocator() : mTechnology(kTechnologyNone) {}
 
 PluginLocator::PluginLocator(TechnologyType technology, const ustring& path, const ustring& subcomponent)

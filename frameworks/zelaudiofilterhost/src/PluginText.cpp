@@ -37,10 +37,9 @@ zelcore::ustring CleanPluginText(const char* buffer, std::size_t size) {
     return Clean(zelcore::utility::UTF8to16(std::string_view(buffer, strnlen(buffer, size))));
 }
 
-zelcore::ustring CleanPluginText(const char16_t* buffer, std::size_t size) {
-    const char16_t* const end = std::find(buffer, buffer + size, u'\0');
+zelcore::ustring CleanPluginText(const zelcore::ustring& text) {
     // There and back replaces the surrogates that have no partner.
-    return Clean(zelcore::utility::UTF8to16(zelcore::utility::UTF16to8(zelcore::ustring(buffer, end))));
+    return Clean(zelcore::utility::UTF8to16(zelcore::utility::UTF16to8(text)));
 }
 
 std::string PrintableText(std::string_view text) {

@@ -9,7 +9,7 @@
 
 #include <zelaudiofilterhost/PluginDescription.h>
 
-#include "ElfImage.h"
+#include "LibraryImage.h"
 #include "PluginCall.h"
 
 namespace zelaudiofilterhost {

@@ -48,11 +48,11 @@ tresult PLUGIN_API Vst3AttributeList::setString(AttrID id, const TChar* text) {
     if (text == nullptr) return kInvalidArgument;
     std::size_t length = 0;
     while (length < kMaxTextLength && text[length] != 0) ++length;
-    return Set(id, std::u16string(text, length));
+    return Set(id, Text(text, length));
 }
 
 tresult PLUGIN_API Vst3AttributeList::getString(AttrID id, TChar* text, uint32 sizeInBytes) {
-    const std::u16string* const found = Find<std::u16string>(id);
+    const Text* const found = Find<Text>(id);
     const std::size_t room = sizeInBytes / sizeof(TChar);
     if (found == nullptr || text == nullptr || room == 0) return kResultFalse;
     const std::size_t length = std::min(found->size(), room - 1);

@@ -30,7 +30,8 @@ public:
     Steinberg::tresult PLUGIN_API getBinary(AttrID id, const void*& data, Steinberg::uint32& sizeInBytes) override;
 
 private:
-    typedef std::variant<Steinberg::int64, double, std::u16string, std::vector<char>> Value;
+    typedef std::basic_string<Steinberg::Vst::TChar> Text;
+    typedef std::variant<Steinberg::int64, double, Text, std::vector<char>> Value;
 
     Steinberg::tresult Set(AttrID id, Value value);
     template <typename T>

@@ -37,7 +37,9 @@ std::vector<PluginBusInfo> DescribeBuses(Vst::IComponent& component, Vst::BusDir
 
 /// Whether a name stands in a list such as "Instrument|Synth".
 bool HasSubCategory(const zelcore::ustring& list, const char* name) {
-    const zelcore::utf8string text = "|" + zelcore::utility::UTF16to8(list) + "|";
+    zelcore::utf8string text = "|";
+    text += zelcore::utility::UTF16to8(list);
+    text += '|';
     return text.find(zelcore::utf8string("|") + name + "|") != zelcore::utf8string::npos;
 }
 

@@ -15,25 +15,17 @@
 #include "PluginCall.h"
 #include "PluginText.h"
 #include "Vst3Bundle.h"
+#include "Vst3Entry.h"
 #include "Vst3HostContext.h"
 
 namespace zelaudiofilterhost {
 
 namespace {
 
-typedef bool (*ModuleEntry)(void* libraryHandle);
-typedef bool (*ModuleExit)();
 typedef Steinberg::IPluginFactory* (*GetFactory)();
 
-template <typename Function>
-Function Require(const SharedLibrary& library, const char* name) {
-    const SharedLibrary::Function function = library.FindFunction(name);
-    if (function == nullptr) throw PluginLoadError(std::string("has no VST3 entry point (") + name + " is missing)");
-    return reinterpret_cast<Function>(function);
-}
-
 Vst3Ptr<Steinberg::IPluginFactory> MakeFactory(const SharedLibrary& library) {
-    const auto getFactory = Require<GetFactory>(library, "GetPluginFactory");
+    const auto getFactory = RequireVst3Function<GetFactory>(library, "GetPluginFactory");
     return CallPlugin("in its entry point", [getFactory] {
         auto factory = Vst3Ptr<Steinberg::IPluginFactory>::Adopt(getFactory());
         if (!factory) throw PluginLoadError("its entry point returned nothing");
@@ -114,15 +106,17 @@ zelcore::ustring Vst3Class::GetIdText() const {
 }
 
 Vst3Module::Run::Run(const SharedLibrary& library) : mExit(nullptr) {
-    // All three are looked for before any is called: a module that cannot be ended must not be started.
-    Require<GetFactory>(library, "GetPluginFactory");
-    const auto entry = Require<ModuleEntry>(library, "ModuleEntry");
-    mExit = Require<ModuleExit>(library, "ModuleExit");
-    const bool started = CallPlugin("when it was started", [&] { return entry(library.GetHandle()); });
+    // All are looked for before any is called: a module that cannot be ended must not be started.
+    RequireVst3Function<GetFactory>(library, "GetPluginFactory");
+    const Vst3Entry entry = FindVst3Entry(library);
+    const bool started = !entry.start || CallPlugin("when it was started", entry.start);
     if (!started) throw PluginLoadError("refused to start");
+    mExit = entry.end;
 }
 
-Vst3Module::Run::~Run() { CallPluginQuietly(mExit); }
+Vst3Module::Run::~Run() {
+    if (mExit) CallPluginQuietly(mExit);
+}
 
 Vst3Module::Vst3Module(const std::string& libraryPath)
     : mLibrary(libraryPath), mRun(mLibrary), mFactory(MakeFactory(mLibrary)) {}

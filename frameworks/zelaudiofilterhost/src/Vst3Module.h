@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -53,7 +54,7 @@ private:
         Run& operator=(const Run&) = delete;
 
     private:
-        bool (*mExit)();
+        std::function<bool()> mExit;
     };
 
     explicit Vst3Module(const std::string& libraryPath);

@@ -41,7 +41,8 @@ bool Dir::Exists() const { return IsFolder(mPath); }
 void Dir::Create() const {
     if (Exists()) return;
     // From the top down, so that a path of any length costs no stack and ends at the first folder that cannot be made.
-    for (std::size_t end = FindSeparator(mPath, 1); end < mPath.size(); end = FindSeparator(mPath, end + 1)) {
+    for (std::size_t end = FindSeparator(mPath, FindRootEnd(mPath)); end < mPath.size();
+         end = FindSeparator(mPath, end + 1)) {
         const ustring above = mPath.substr(0, end);
         if (!IsFolder(above)) MakeFolder(above);
     }

@@ -8,6 +8,8 @@
 #include <zelcore/StringUtils.h>
 #include <zelcore/Utf.h>
 
+#include "SystemErrorText.h"
+
 namespace zelcore {
 namespace filesupport {
 
@@ -62,10 +64,11 @@ constexpr ReasonText kReasons[] = {
 };
 
 ustring DescribeReason(int systemError) {
-    const std::error_code code(systemError, std::system_category());
+    const std::error_condition meaning = GetSystemErrorMeaning(systemError);
     const auto* const found = std::find_if(std::begin(kReasons), std::end(kReasons),
-                                           [&](const ReasonText& text) { return code == text.reason; });
-    return found != std::end(kReasons) ? Localize(found->keyAndDefault) : utility::UTF8to16(code.message());
+                                           [&](const ReasonText& text) { return meaning == text.reason; });
+    return found != std::end(kReasons) ? Localize(found->keyAndDefault)
+                                       : utility::UTF8to16(GetSystemErrorText(systemError));
 }
 
 /// File names may hold line breaks and other control characters; a message must stay one line.
@@ -80,7 +83,7 @@ std::string OneLine(const utf8string& text) {
 
 std::string MakeMessage(const std::string& operation, const ustring& path, int systemError) {
     std::string message = "could not " + operation + " '" + OneLine(utility::UTF16to8(path)) + "'";
-    if (systemError != 0) message += ": " + std::system_category().message(systemError);
+    if (systemError != 0) message += ": " + GetSystemErrorText(systemError);
     return message;
 }
 

@@ -16,6 +16,9 @@ public:
         Seen seen;
     };
 
+    /// Whether there are descriptors to wait for on this platform.
+    static bool CanWatchDescriptors();
+
     LoopWaiter();
     ~LoopWaiter();
     LoopWaiter(const LoopWaiter&) = delete;

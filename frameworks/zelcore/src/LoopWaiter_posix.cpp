@@ -10,6 +10,8 @@
 namespace zelcore {
 namespace threads {
 
+bool LoopWaiter::CanWatchDescriptors() { return true; }
+
 LoopWaiter::LoopWaiter() : mReadEnd(-1), mWriteEnd(-1) {
     int ends[2];
     if (::pipe2(ends, O_CLOEXEC | O_NONBLOCK) != 0)

@@ -9,6 +9,8 @@ namespace filesupport {
 
 /// How the platform writes paths. None of these touches the disk; any thread.
 
+/// Index behind the root that `path` begins with, which nobody can make: 0 when it begins with none.
+std::size_t FindRootEnd(const ustring& path);
 /// `path` without separators at its end, but for a root.
 ustring WithoutTrailingSeparators(const ustring& path);
 /// `name` inside `folder`; `name` alone when `folder` is empty.

@@ -3,6 +3,8 @@
 namespace zelcore {
 namespace filesupport {
 
+std::size_t FindRootEnd(const ustring& path) { return !path.empty() && path.front() == '/' ? 1 : 0; }
+
 ustring WithoutTrailingSeparators(const ustring& path) {
     std::size_t end = path.size();
     while (end > 1 && path[end - 1] == '/') --end;

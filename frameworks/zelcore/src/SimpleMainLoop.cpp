@@ -211,6 +211,7 @@ MainLoop::Id SimpleMainLoop::StartTimer(int milliseconds, const Function& functi
 void SimpleMainLoop::StopTimer(Id timer) { StopSource(mState->timers, timer); }
 
 MainLoop::Id SimpleMainLoop::WatchFileDescriptor(int descriptor, const Function& onReadable) {
+    if (!LoopWaiter::CanWatchDescriptors()) return 0;
     const SourcePtr watch = std::make_shared<Source>();
     watch->function = onReadable;
     watch->descriptor = descriptor;

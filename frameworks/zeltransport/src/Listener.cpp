@@ -99,16 +99,14 @@ void Listener::OnListening() {
 void Listener::Accept() {
     if (mStopped || mAccepting || mCandidates.size() >= kMaxCandidates) return;
     mAccepting = true;
-    mAcceptor.async_wait(tcp::acceptor::wait_read, [self = shared_from_this()](const error_code& error) {
+    const auto candidate = std::make_shared<Candidate>(*mLoop);
+    AcceptSocket(mAcceptor, candidate->socket, [self = shared_from_this(), candidate](const error_code& error) {
         self->mAccepting = false;
-        if (!error && !self->mStopped) self->AcceptOne();
+        if (!self->mStopped) self->OnAccepted(candidate, error);
     });
 }
 
-void Listener::AcceptOne() {
-    const auto candidate = std::make_shared<Candidate>(*mLoop);
-    error_code error;
-    AcceptSocket(mAcceptor, candidate->socket, error);
+void Listener::OnAccepted(const std::shared_ptr<Candidate>& candidate, const error_code& error) {
     if (!error) {
         mCandidates.insert(candidate);
         Look(candidate);

@@ -38,7 +38,7 @@ private:
     void TryToListen(TimePoint deadline);
     void OnListening();
     void Accept();
-    void AcceptOne();
+    void OnAccepted(const std::shared_ptr<Candidate>& candidate, const boost::system::error_code& error);
     void Look(const std::shared_ptr<Candidate>& candidate);
     void Drop(const std::shared_ptr<Candidate>& candidate);
     void Welcome(const std::shared_ptr<Candidate>& candidate);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include <boost/asio/ip/tcp.hpp>
 
 namespace zeltransport {
@@ -16,8 +18,12 @@ void OpenSocket(boost::asio::ip::tcp::socket& socket, const boost::asio::ip::tcp
 void OpenListener(boost::asio::ip::tcp::acceptor& acceptor, const boost::asio::ip::tcp::endpoint& endpoint,
                   boost::system::error_code& error);
 
-/// Accepts one connection into `socket`, or fails with would_block.
+/// What is told when accepting has come to an end, good or bad.
+typedef std::function<void(const boost::system::error_code&)> AcceptHandler;
+
+/// Accepts one connection into `socket` once there is one. Ends with would_block when it was gone again. Both stay
+/// where they are until the handler was called, which may be after the acceptor was closed.
 void AcceptSocket(boost::asio::ip::tcp::acceptor& acceptor, boost::asio::ip::tcp::socket& socket,
-                  boost::system::error_code& error);
+                  const AcceptHandler& onAccepted);
 
 }  // namespace zeltransport

@@ -44,9 +44,16 @@ void OpenListener(tcp::acceptor& acceptor, const tcp::endpoint& endpoint, error_
     if (error) acceptor.close(ignored);
 }
 
-void AcceptSocket(tcp::acceptor& acceptor, tcp::socket& socket, error_code& error) {
-    const int descriptor = ::accept4(acceptor.native_handle(), nullptr, nullptr, SOCK_CLOEXEC);
-    Assign(socket, tcp::v4(), descriptor, error);
+void AcceptSocket(tcp::acceptor& acceptor, tcp::socket& socket, const AcceptHandler& onAccepted) {
+    acceptor.async_wait(tcp::acceptor::wait_read, [&acceptor, &socket, onAccepted](const error_code& waitError) {
+        error_code error = waitError;
+        if (!error && !acceptor.is_open()) error = boost::asio::error::operation_aborted;
+        if (!error) {
+            const int descriptor = ::accept4(acceptor.native_handle(), nullptr, nullptr, SOCK_CLOEXEC);
+            Assign(socket, tcp::v4(), descriptor, error);
+        }
+        onAccepted(error);
+    });
 }
 
 }  // namespace zeltransport

@@ -4,6 +4,7 @@
 
 #include <QPainter>
 #include <zelcore/Localizer.h>
+#include <zelui/QtAccessibility.h>
 #include <zelui/QtBridge.h>
 
 #include "PlainText.h"
@@ -24,7 +25,7 @@ constexpr int kPressedAlpha = 100;
 ClearButton::ClearButton(QWidget& field) : QAbstractButton(&field) {
     const QString name = qt::ToQString(zelcore::config::Localize("$$$/zelui/Clear=Clear"));
     setObjectName(QStringLiteral("ClearButton"));
-    setAccessibleName(name);
+    qt::SetAccessibleName(*this, name);
     setToolTip(ToToolTip(name));
     setFocusPolicy(Qt::NoFocus);
     // Not that of the text it stands in.

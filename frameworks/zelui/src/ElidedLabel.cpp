@@ -1,6 +1,7 @@
 #include "ElidedLabel.h"
 
 #include <QEvent>
+#include <zelui/QtAccessibility.h>
 
 #include "PlainText.h"
 
@@ -22,7 +23,7 @@ void ElidedLabel::SetFullText(const QString& text) {
     const QString line = ToOneLine(text, kLongestLabel);
     if (line == mFullText) return;
     mFullText = line;
-    setAccessibleName(mFullText);
+    qt::SetAccessibleName(*this, mFullText);
     setToolTip(ToToolTip(mFullText));
     ShowWhatFits();
 }

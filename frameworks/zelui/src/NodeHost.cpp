@@ -1,12 +1,12 @@
 #include "NodeHost.h"
 
 #include <algorithm>
-#include <QAccessible>
 #include <QCoreApplication>
 #include <QEvent>
 #include <QScopedValueRollback>
 #include <QScrollArea>
 #include <stdexcept>
+#include <zelui/QtAccessibility.h>
 #include <zelui/Theme.h>
 #include <zelui/UI_Container.h>
 
@@ -171,13 +171,13 @@ void NodeHost::Update() {
     const QScopedValueRollback<bool> updating(mUpdating, true);
     QRectF view = GetViewRect();
     // Screen readers list everything that there is, seen or not.
-    if (!view.isEmpty() && QAccessible::isActive()) view = ToQRectF(mRoot->mFrame);
+    if (!view.isEmpty() && qt::IsAccessibilityActive()) view = ToQRectF(mRoot->mFrame);
     if (view.isEmpty()) return;
-    const qreal near = view.height() / 2;
-    const qreal far = view.height() * 2;
+    const qreal margin = view.height() / 2;
+    const qreal keeping = view.height() * 2;
     const QPointF origin = ToQRectF(mRoot->mFrame).topLeft();
-    const QRectF wanted = view.adjusted(-view.width() / 2, -near, view.width() / 2, near);
-    const QRectF kept = view.adjusted(-view.width() * 2, -far, view.width() * 2, far);
+    const QRectF wanted = view.adjusted(-view.width() / 2, -margin, view.width() / 2, margin);
+    const QRectF kept = view.adjusted(-view.width() * 2, -keeping, view.width() * 2, keeping);
     const NodePtr root = mRoot;
     Walk(*root, {wanted.translated(origin), kept.translated(origin)}, mSurface, nullptr);
 }

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QHash>
+#include <zelui/QtAccessibility.h>
 #include <zelui/QtBridge.h>
 
 #include "PixelEdge.h"
@@ -73,7 +74,7 @@ void UI_Node::Peer::SyncNames() {
     if (mWidget->objectName() != objectName) mWidget->setObjectName(objectName);
     const zelcore::ustring setName = mNode.UI_GetAccessibleName();
     const QString name = setName.empty() ? GetOwnAccessibleName() : qt::ToQString(setName);
-    if (mWidget->accessibleName() != name) mWidget->setAccessibleName(name);
+    if (qt::GetAccessibleName(*mWidget) != name) qt::SetAccessibleName(*mWidget, name);
     const zelcore::ustring setToolTip = mNode.UI_GetToolTip();
     const QString toolTip = setToolTip.empty() ? GetOwnToolTip() : ToToolTip(qt::ToQString(setToolTip));
     if (mWidget->toolTip() != toolTip) mWidget->setToolTip(toolTip);

@@ -6,7 +6,7 @@
 #include "CallOut.h"
 #include "NodeHost.h"
 #include "NodePeer.h"
-#include "NodeWidgetAccessible.h"
+#include "NodeWidgetAccessibility.h"
 
 namespace zelui {
 namespace qt {

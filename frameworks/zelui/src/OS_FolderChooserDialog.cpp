@@ -107,7 +107,7 @@ bool OS_FolderChooserDialog::RunModal() {
     const QString chosen = Chooser(mOwner, mOptions, GetWindowTitle()).Run();
     if (chosen.isEmpty()) return false;
     GetLastChosen() = chosen;
-    mDirectory = zelcore::filesupport::Dir(qt::FromQString(chosen));
+    mDirectory = zelcore::filesupport::Dir(qt::FromQString(QDir::toNativeSeparators(chosen)));
     return true;
 }
 

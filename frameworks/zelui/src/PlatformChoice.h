@@ -8,4 +8,7 @@ namespace zelui {
 /// own choice is right. Never overrides what the environment says itself.
 QByteArray ChoosePlatform();
 
+/// Whether the platform's loop can wait for file descriptors.
+bool WatchesDescriptors();
+
 }  // namespace zelui

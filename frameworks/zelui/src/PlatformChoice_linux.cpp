@@ -13,4 +13,6 @@ QByteArray ChoosePlatform() {
     return "offscreen";
 }
 
+bool WatchesDescriptors() { return true; }
+
 }  // namespace zelui

@@ -4,4 +4,6 @@ namespace zelui {
 
 QByteArray ChoosePlatform() { return QByteArray(); }
 
+bool WatchesDescriptors() { return false; }
+
 }  // namespace zelui

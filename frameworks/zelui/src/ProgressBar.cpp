@@ -1,6 +1,7 @@
 #include "ProgressBar.h"
 
 #include <climits>
+#include <zelui/QtAccessibility.h>
 
 #include "PlainText.h"
 
@@ -26,7 +27,7 @@ void ProgressBar::SetBarText(const QString& text) {
     const QString line = ToOneLine(text, kLongestProgressText);
     if (line == mBarText) return;
     mBarText = line;
-    setAccessibleDescription(mBarText);
+    qt::SetAccessibleDescription(*this, mBarText);
     update();
 }
 

@@ -10,6 +10,7 @@
 
 #include <zelcore/Localizer.h>
 #include <zelcore/StringUtils.h>
+#include <zelui/QtAccessibility.h>
 #include <zelui/QtBridge.h>
 
 #include "ElidedLabel.h"
@@ -53,7 +54,7 @@ void UI_ProgressDialog::ProgressPeer::BuildWindow(const QString& title) {
     mExtraText->setObjectName(QStringLiteral("ProgressExtraText"));
     mBar = new ProgressBar(window);
     mBar->setObjectName(QStringLiteral("ProgressBar"));
-    mBar->setAccessibleName(ToOneLine(title, 200));
+    qt::SetAccessibleName(*mBar, ToOneLine(title, 200));
     mBar->setMinimumWidth(std::max(kMinimumWidth, window->fontMetrics().averageCharWidth() * kMinimumCharacters));
     QVBoxLayout* const layout = new QVBoxLayout(window);
     layout->addWidget(mExtraText);

@@ -1,5 +1,7 @@
 #include "QtMainLoop.h"
 
+#include "PlatformChoice.h"
+
 #include <algorithm>
 
 #include <QAbstractEventDispatcher>
@@ -97,7 +99,7 @@ void QtMainLoop::timerEvent(QTimerEvent* event) {
 }
 
 zelcore::threads::MainLoop::Id QtMainLoop::WatchFileDescriptor(int descriptor, const Function& onReadable) {
-    if (descriptor < 0 || !onReadable) return 0;
+    if (descriptor < 0 || !onReadable || !WatchesDescriptors()) return 0;
     const Id id = ++mLastId;
     mWatches.emplace(id, Watch{descriptor, onReadable});
     AddToNotifier(descriptor, id);

@@ -13,7 +13,7 @@
 #include <QWheelEvent>
 
 #include "SharedPalette.h"
-#include "SliderAccessible.h"
+#include "SliderAccessibility.h"
 
 namespace zelui {
 

@@ -6,6 +6,9 @@
 namespace zelui {
 namespace controls {
 
+// Who takes its address on Windows wants it to be in the library.
+constexpr int UI_MultiColumnTree::kMaxColumns;
+
 UI_MultiColumnTree::UI_MultiColumnTree() : UI_ControlView(true), mImpl(std::make_unique<Impl>(*this)) {
     ChildPushBack(&mImpl->GetContentView());
 }

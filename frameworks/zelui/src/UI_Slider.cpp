@@ -31,6 +31,22 @@ void UI_SliderT<T>::SetValueRange(const Range& range) {
     UI_SyncPeer();
 }
 
+// Not inline, however small: on Windows what is inline in a template's class is not in the library.
+template <typename T>
+const typename UI_SliderT<T>::Range& UI_SliderT<T>::GetValueRange() const {
+    return mRange;
+}
+
+template <typename T>
+const typename UI_SliderT<T>::Range& UI_SliderT<T>::GetExtent() const {
+    return mExtent;
+}
+
+template <typename T>
+T UI_SliderT<T>::GetValue() const {
+    return mValue;
+}
+
 template <typename T>
 void UI_SliderT<T>::SetExtent(const Range& extent) {
     if (IsFiniteRange(extent.first, extent.second)) mExtent = extent;

@@ -8,6 +8,9 @@
 namespace zelui {
 namespace controls {
 
+// Who takes its address on Windows wants it to be in the library.
+constexpr std::size_t UI_TextEdit::kMaxLength;
+
 UI_TextEdit::UI_TextEdit() : UI_InteractiveControlView(true) {}
 
 UI_TextEdit::~UI_TextEdit() {

@@ -225,11 +225,7 @@ protected:
 
 }  // namespace
 
-extern "C" SMTG_EXPORT_SYMBOL bool ModuleEntry(void*) { return true; }
-extern "C" SMTG_EXPORT_SYMBOL bool ModuleExit() {
-    gKeeper.Drop();
-    return true;
-}
+ZEL_VST3_MODULE_WITH(true, (gKeeper.Drop(), true))
 
 ZEL_VST3_FACTORY {
     static Factory factory(

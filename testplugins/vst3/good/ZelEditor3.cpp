@@ -1,11 +1,10 @@
-// An editor of two colours in a window of its own, which it draws when the run loop says that there are events. It has
-// a timer, reads from a pipe, asks for another size by its parameters (at once, on another thread, or in the middle of
-// being opened and closed) and uses the key A and Escape. Told to be untidy, it leaves its handlers behind and keeps
+// An editor of two colours in a window of its own, which it draws when the loop says that there are events. It has a
+// timer, sends itself messages, asks for another size by its parameters (at once, on another thread, or in the middle
+// of being opened and closed) and uses the key A and Escape. Told to be untidy, it leaves its handlers behind and keeps
 // the frame, by which it still asks for sizes when it is closed.
 #include <thread>
 
-#include <unistd.h>
-
+#include "support/EditorPulse.h"
 #include "support/EditorWindow.h"
 #include "support/Vst3EditorPlugin.h"
 
@@ -40,48 +39,6 @@ void KeepFrame(IPlugFrame* frame) {
     gKeptFrame = frame;
 }
 
-/// What the run loop calls. Counted, because the host may keep it.
-class Handler : public Linux::IEventHandler, public Linux::ITimerHandler, private Vst3Counted {
-public:
-    Handler(std::shared_ptr<Counts> counts, EditorWindow& window) : mCounts(std::move(counts)), mWindow(window) {
-        if (pipe(mPipe) != 0) std::abort();
-    }
-
-    tresult PLUGIN_API queryInterface(const TUID id, void** object) override {
-        return Find(id, object,
-                    {{FUnknown_iid, static_cast<Linux::IEventHandler*>(this)},
-                     {Linux::IEventHandler_iid, static_cast<Linux::IEventHandler*>(this)},
-                     {Linux::ITimerHandler_iid, static_cast<Linux::ITimerHandler*>(this)}});
-    }
-    uint32 PLUGIN_API addRef() override { return Add(); }
-    uint32 PLUGIN_API release() override { return Drop(); }
-
-    void PLUGIN_API onTimer() override {
-        ++mCounts->ticks;
-        const char byte = 't';
-        if (write(mPipe[1], &byte, 1) != 1) std::abort();
-    }
-    void PLUGIN_API onFDIsSet(Linux::FileDescriptor descriptor) override {
-        if (descriptor != mPipe[0]) {
-            mWindow.HandleEvents();
-            return;
-        }
-        char byte = 0;
-        if (read(descriptor, &byte, 1) == 1 && byte == 't') ++mCounts->reads;
-    }
-    int GetDescriptor() const { return mPipe[0]; }
-
-private:
-    ~Handler() override {
-        close(mPipe[0]);
-        close(mPipe[1]);
-    }
-
-    std::shared_ptr<Counts> mCounts;
-    EditorWindow& mWindow;
-    int mPipe[2] = {-1, -1};
-};
-
 class View : public Vst3EditorView {
 public:
     View(Vst3EditorLogPtr log, std::shared_ptr<Counts> counts)
@@ -99,29 +56,22 @@ public:
     }
 
 protected:
-    ~View() override { DropHandler(); }
-
     bool Open(void* parent) override {
         AskInside(kInAttached);
         // Without a display it is an editor without a window.
         mWindow.Open(parent, mRect.getWidth(), mRect.getHeight());
-        mHandler = new Handler(mCounts, mWindow);
-        mFrame->queryInterface(Linux::IRunLoop_iid, reinterpret_cast<void**>(&mRunLoop));
-        mRunLoop->registerTimer(mHandler, 5);
-        mRunLoop->registerEventHandler(mHandler, mHandler->GetDescriptor());
-        if (mWindow.GetDescriptor() >= 0) mRunLoop->registerEventHandler(mHandler, mWindow.GetDescriptor());
+        mPulse = std::make_unique<EditorPulse>(
+            *mFrame, mWindow, nullptr, [counts = mCounts] { ++counts->ticks; },
+            [counts = mCounts] { ++counts->reads; });
         return true;
     }
     void Close() override {
         if (mCounts->isUntidy) {
             KeepFrame(mFrame);
         } else {
-            mRunLoop->unregisterTimer(mHandler);
-            mRunLoop->unregisterEventHandler(mHandler);
-            DropHandler();
+            mPulse->Stop();
         }
-        mRunLoop->release();
-        mRunLoop = nullptr;
+        mPulse.reset();
         mWindow.Close();
         AskInside(kInRemoved);
     }
@@ -130,15 +80,10 @@ private:
     void AskInside(Inside now) {
         if (mFrame != nullptr && mCounts->inside == now) mCounts->answer = AskSize(kInsideWidth, kInsideHeight);
     }
-    void DropHandler() {
-        if (mHandler != nullptr) mHandler->release();
-        mHandler = nullptr;
-    }
 
     std::shared_ptr<Counts> mCounts;
     EditorWindow mWindow;
-    Handler* mHandler = nullptr;
-    Linux::IRunLoop* mRunLoop = nullptr;
+    std::unique_ptr<EditorPulse> mPulse;
 };
 
 class Controller : public Vst3EditorController {
@@ -189,11 +134,7 @@ private:
 
 }  // namespace
 
-extern "C" SMTG_EXPORT_SYMBOL bool ModuleEntry(void*) { return true; }
-extern "C" SMTG_EXPORT_SYMBOL bool ModuleExit() {
-    KeepFrame(nullptr);
-    return true;
-}
+ZEL_VST3_MODULE_WITH(true, (KeepFrame(nullptr), true))
 
 ZEL_VST3_FACTORY {
     static Vst3EditorFactory<Controller> factory(

@@ -1,6 +1,8 @@
 // An editor without a window that throws where its parameter says. The call is noted before it throws.
 #include <stdexcept>
 
+#include "support/EditorPulse.h"
+#include "support/EditorWindow.h"
 #include "support/Vst3EditorPlugin.h"
 
 namespace {
@@ -24,15 +26,9 @@ enum Where {
     kWheres
 };
 
-class View : public Vst3EditorView, public Linux::ITimerHandler {
+class View : public Vst3EditorView {
 public:
     View(Vst3EditorLogPtr log, const Where& where) : Vst3EditorView(std::move(log), 120, 90), mWhere(where) {}
-
-    tresult PLUGIN_API queryInterface(const TUID id, void** object) override {
-        return Vst3EditorView::queryInterface(id, object);
-    }
-    uint32 PLUGIN_API addRef() override { return Vst3EditorView::addRef(); }
-    uint32 PLUGIN_API release() override { return Vst3EditorView::release(); }
 
     tresult PLUGIN_API isPlatformTypeSupported(FIDString type) override {
         return ThrowIn(kPlatform, Vst3EditorView::isPlatformTypeSupported(type));
@@ -51,30 +47,30 @@ public:
     tresult PLUGIN_API setContentScaleFactor(ScaleFactor factor) override {
         return ThrowIn(kScale, Vst3EditorView::setContentScaleFactor(factor));
     }
-    void PLUGIN_API onTimer() override {
+
+protected:
+    bool Open(void*) override {
+        if (mFrame == nullptr) return true;
+        mPulse = std::make_unique<EditorPulse>(
+            *mFrame, mWindow, static_cast<IPlugView*>(this), [this] { Tick(); }, [] {});
+        return true;
+    }
+    /// Where the host runs the timer, it stays, and holds the view.
+    void Close() override { mPulse.reset(); }
+
+private:
+    void Tick() {
         Note("tick");
         ThrowIn(kTimer, kResultOk);
     }
-
-protected:
-    /// The timer stays when the view is removed, and holds the view.
-    bool Open(void*) override {
-        Linux::IRunLoop* loop = nullptr;
-        if (mFrame == nullptr ||
-            mFrame->queryInterface(Linux::IRunLoop_iid, reinterpret_cast<void**>(&loop)) != kResultOk)
-            return true;
-        loop->registerTimer(this, 4);
-        loop->release();
-        return true;
-    }
-
-private:
     tresult ThrowIn(Where here, tresult result) const {
         if (mWhere == here) throw std::runtime_error("an editor's");
         return result;
     }
 
-    const Where& mWhere;  ///< the controller's
+    const Where& mWhere;   ///< the controller's
+    EditorWindow mWindow;  ///< never open
+    std::unique_ptr<EditorPulse> mPulse;
 };
 
 class Controller : public Vst3EditorController {

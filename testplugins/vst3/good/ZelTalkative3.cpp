@@ -21,7 +21,9 @@ std::string Narrow(const Vst::TChar* text) {
 std::string TryAttributes(Vst::IAttributeList& list) {
     list.setInt("int", 42);
     list.setFloat("float", 0.5);
-    list.setString("string", u"words that do not fit");
+    Vst::String128 sentence = {};
+    CopyText(sentence, 128, "words that do not fit");
+    list.setString("string", sentence);
     list.setBinary("binary", "bytes", 5);
     int64 whole = 0;
     double real = 0.0;

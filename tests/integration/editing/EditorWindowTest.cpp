@@ -19,7 +19,7 @@ using zelmediatypes::MakeChannelLayoutForName;
 namespace {
 
 boost::intrusive_ptr<AudioFilter> LoadSideChainFilter() {
-    const std::string path = std::string(ZEL_TESTPLUGINS_DIR) + "/vst/good/zel_sidechain.so";
+    const std::string path = std::string(ZEL_TESTPLUGINS_DIR) + "/vst/good/zel_sidechain" ZEL_MODULE;
     const boost::intrusive_ptr<AudioFilter> filter =
         AudioFilterDescriptor::ReadModule({zelaudiofilterhost::kTechnologyVST, zelcore::utility::UTF8to16(path)})
             .front()

@@ -33,7 +33,7 @@ class TessalyEditTest : public testing::Test {
 protected:
     std::unique_ptr<Program> Run(std::vector<std::string> arguments, const std::vector<std::string>& environment = {}) {
         arguments.insert(arguments.begin(), {std::string(ZEL_BIN_DIR) + "/tessaly"});
-        std::vector<std::string> variables = {"XDG_CONFIG_HOME=" + mFolder.Path("profile"),
+        std::vector<std::string> variables = {SettingsIn(mFolder.Path("profile")),
                                               "VST3_PATH=", "VST_PATH=" + TestPlugin("vst/good"),
                                               "ZEL_SCANNER_TIMEOUT_SECONDS=10"};
         variables.insert(variables.end(), environment.begin(), environment.end());
@@ -57,34 +57,35 @@ protected:
 };
 
 TEST_F(TessalyEditTest, AnEditorIsAsLargeAsItsRows) {
-    EXPECT_EQ(TakePicture(TestPlugin("vst/good/zel_gain.so")).size(), QSize(380, 88));
+    EXPECT_EQ(TakePicture(TestPlugin("vst/good/zel_gain" ZEL_MODULE)).size(), QSize(380, 88));
 }
 
 TEST_F(TessalyEditTest, AtTwiceTheScaleItHasTwiceThePixels) {
-    EXPECT_EQ(TakePicture(TestPlugin("vst/good/zel_gain.so"), {}, {"QT_SCALE_FACTOR=2"}).size(), QSize(760, 176));
+    EXPECT_EQ(TakePicture(TestPlugin("vst/good/zel_gain" ZEL_MODULE), {}, {"QT_SCALE_FACTOR=2"}).size(),
+              QSize(760, 176));
 }
 
 TEST_F(TessalyEditTest, TheDarkThemeIsDarkAndTheLightOneIsLight) {
-    const std::string plugin = TestPlugin("vst/good/zel_gain.so");
+    const std::string plugin = TestPlugin("vst/good/zel_gain" ZEL_MODULE);
     EXPECT_LT(TakePicture(plugin, {"--theme", "dark"}).pixelColor(1, 1).lightnessF(), 0.4);
     EXPECT_GT(TakePicture(plugin, {"--theme", "light"}).pixelColor(1, 1).lightnessF(), 0.8);
 }
 
 TEST_F(TessalyEditTest, ManyParametersScrollInAWindowThatFitsTheScreen) {
-    const QImage picture = TakePicture(TestPlugin("vst/good/zel_many.so"));
+    const QImage picture = TakePicture(TestPlugin("vst/good/zel_many" ZEL_MODULE));
     EXPECT_GT(picture.width(), 380);
     EXPECT_LE(picture.height(), 640);
     EXPECT_GE(picture.height(), 66);
 }
 
 TEST_F(TessalyEditTest, AnEffectWithoutParametersSaysSo) {
-    const QImage picture = TakePicture(TestPlugin("vst/good/zel_plain.so"));
+    const QImage picture = TakePicture(TestPlugin("vst/good/zel_plain" ZEL_MODULE));
     EXPECT_GE(picture.width(), 380);
     EXPECT_GT(CountColours(picture), 2u);
 }
 
 TEST_F(TessalyEditTest, TheChannelMapShowsARowForEachChannelOfTheTrackAndItsSideChain) {
-    const std::string plugin = TestPlugin("vst/good/zel_sidechain.so");
+    const std::string plugin = TestPlugin("vst/good/zel_sidechain" ZEL_MODULE);
     const QImage stereo = TakePicture(plugin, {"--channel-map"});
     EXPECT_GT(CountColours(stereo), 2u);
     const int row = TakePicture(plugin, {"--channel-map", "--track", "3.0"}).height() - stereo.height();
@@ -94,7 +95,7 @@ TEST_F(TessalyEditTest, TheChannelMapShowsARowForEachChannelOfTheTrackAndItsSide
 }
 
 TEST_F(TessalyEditTest, AChannelMapOfManyChannelsScrollsInAWindowThatFitsTheScreen) {
-    const QImage picture = TakePicture(TestPlugin("vst/good/zel_gain.so"), {"--channel-map", "--track", "64"});
+    const QImage picture = TakePicture(TestPlugin("vst/good/zel_gain" ZEL_MODULE), {"--channel-map", "--track", "64"});
     EXPECT_LE(picture.height(), 640);
     EXPECT_GT(CountColours(picture), 2u);
 }
@@ -110,7 +111,7 @@ TEST_F(TessalyEditTest, AChannelMapAtTwiceTheScaleHasTwiceThePixelsInBothThemes)
 }
 
 TEST_F(TessalyEditTest, ATrackIsGivenToTheParametersToo) {
-    const std::string plugin = TestPlugin("vst/good/zel_gain.so");
+    const std::string plugin = TestPlugin("vst/good/zel_gain" ZEL_MODULE);
     EXPECT_EQ(TakePicture(plugin, {"--generic", "--track", "5.1", "--side-chain", "mono"}).size(), QSize(380, 88));
 }
 
@@ -137,7 +138,7 @@ TEST_F(TessalyEditTest, AnUnknownNameIsToldWithWhatToDo) {
 }
 
 TEST_F(TessalyEditTest, OfSeveralComponentsTheUserIsAskedForOne) {
-    const std::string shell = TestPlugin("vst/good/zel_shell.so");
+    const std::string shell = TestPlugin("vst/good/zel_shell" ZEL_MODULE);
     const std::unique_ptr<Program> program = Run({"edit", "--screenshot", GetPicturePath(), shell});
     EXPECT_EQ(program->Wait(), 1);
     EXPECT_THAT(program->GetErrors(), HasSubstr("may be one of several"));
@@ -148,20 +149,20 @@ TEST_F(TessalyEditTest, OfSeveralComponentsTheUserIsAskedForOne) {
 
 TEST_F(TessalyEditTest, AFileThatIsNoPluginIsToldWithTheReason) {
     const std::unique_ptr<Program> program =
-        Run({"edit", "--screenshot", GetPicturePath(), TestPlugin("vst/bad/no_entry.so")});
+        Run({"edit", "--screenshot", GetPicturePath(), TestPlugin("vst/bad/no_entry" ZEL_MODULE)});
     EXPECT_EQ(program->Wait(), 1);
-    EXPECT_THAT(program->GetErrors(), HasSubstr("no_entry.so' "));
+    EXPECT_THAT(program->GetErrors(), HasSubstr("no_entry" ZEL_MODULE "' "));
 }
 
 TEST_F(TessalyEditTest, WithoutADisplayAndWithoutAPictureThereIsNothingToShowItOn) {
-    const std::unique_ptr<Program> program = Run({"edit", TestPlugin("vst/good/zel_gain.so")});
+    const std::unique_ptr<Program> program = Run({"edit", TestPlugin("vst/good/zel_gain" ZEL_MODULE)});
     EXPECT_EQ(program->Wait(), 1);
     EXPECT_THAT(program->GetErrors(), HasSubstr("no display"));
 }
 
 TEST_F(TessalyEditTest, APictureThatCannotBeWrittenIsAFailure) {
     const std::unique_ptr<Program> program =
-        Run({"edit", "--screenshot", mFolder.Path("missing/picture.png"), TestPlugin("vst/good/zel_gain.so")});
+        Run({"edit", "--screenshot", mFolder.Path("missing/picture.png"), TestPlugin("vst/good/zel_gain" ZEL_MODULE)});
     EXPECT_EQ(program->Wait(), 1);
     EXPECT_THAT(program->GetErrors(), HasSubstr("could not be written"));
 }

@@ -1,10 +1,9 @@
-#include <filesystem>
-
 #include <gtest/gtest.h>
 #include <zelcore/Utf.h>
 #include <zelui/QtBridge.h>
 
 #include "EditorStage.h"
+#include "support/InstalledPlugins.h"
 #include "support/windows/Leftovers.h"
 
 using namespace zelaudiofilterhost;
@@ -17,7 +16,9 @@ const QColor kLower(0x20, 0x60, 0xC0);
 
 class Vst2EditorWindowTest : public testing::Test {
 protected:
-    void Load(const std::string& name) { mStage.Load(kTechnologyVST, ZEL_TESTPLUGINS_DIR "/vst/good/" + name + ".so"); }
+    void Load(const std::string& name) {
+        mStage.Load(kTechnologyVST, ZEL_TESTPLUGINS_DIR "/vst/good/" + name + ZEL_MODULE);
+    }
     std::size_t CountWindowsInPlace() { return CountWindowsIn(zelui::qt::GetWindowHandle(&mStage.GetPlace())); }
     /// Until the editor's two colours reach as far as its size.
     bool RunUntilDrawnAs(int width, int height) {
@@ -110,7 +111,7 @@ TEST_F(Vst2EditorWindowTest, NothingIsLeftBehind) {
 }
 
 TEST_P(Vst2InstalledEditorTest, OpensDrawsAndLeavesNothingBehind) {
-    if (!std::filesystem::exists(GetParam().path)) GTEST_SKIP() << GetParam().path << " is not installed";
+    if (!IsInstalled(GetParam().path)) GTEST_SKIP() << GetParam().path << " is not installed";
     mStage.Load(kTechnologyVST, GetParam().path);
     ASSERT_TRUE(mStage.GetEditor());
     Cycle();

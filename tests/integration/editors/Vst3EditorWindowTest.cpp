@@ -8,6 +8,7 @@
 #include "EditorStage.h"
 #include "support/InstalledPlugins.h"
 #include "support/windows/Leftovers.h"
+#include "support/windows/RunLoopUse.h"
 
 using namespace zelaudiofilterhost;
 using namespace zeltests;
@@ -54,7 +55,7 @@ TEST_F(Vst3EditorWindowTest, TheEditorDrawsWhenTheRunLoopSaysSoAndItsWindowGoesW
     ASSERT_TRUE(mStage.Open());
     EXPECT_EQ(CountWindowsInPlace(), 1u);
     EXPECT_TRUE(RunUntilDrawnAs(300, 200));
-    EXPECT_EQ(mStage.CountInMainLoop(), 3u) << "a timer, a pipe and the display";
+    EXPECT_EQ(mStage.CountInMainLoop(), GetRunLoopUse());
     mStage.Close();
     EXPECT_EQ(CountWindowsInPlace(), 0u);
     EXPECT_EQ(mStage.CountInMainLoop(), 0u);
@@ -83,7 +84,7 @@ TEST_F(Vst3EditorWindowTest, OpeningAnOpenEditorLeavesOneWindow) {
     ASSERT_TRUE(mStage.Open());
     EXPECT_EQ(CountWindowsInPlace(), 1u);
     EXPECT_TRUE(RunUntilDrawnAs(300, 200));
-    EXPECT_EQ(mStage.CountInMainLoop(), 3u);
+    EXPECT_EQ(mStage.CountInMainLoop(), GetRunLoopUse());
 }
 
 TEST_F(Vst3EditorWindowTest, APluginThatAsksForSizesWithoutEndLeavesTheHostAtWork) {
@@ -123,7 +124,7 @@ TEST_F(Vst3EditorWindowTest, EveryInstalledEditorOpensDrawsAndLeavesNothingInThe
         Cycle();
         const long windowsLeft = static_cast<long>(CountWindows()) - windows;
         const long descriptorsLeft = static_cast<long>(CountDescriptors()) - descriptors;
-        const std::string name = std::filesystem::path(path).stem();
+        const std::string name = std::filesystem::path(path).stem().string();
         if (name.starts_with("Za")) {
             EXPECT_EQ(windowsLeft, 0);
             EXPECT_EQ(descriptorsLeft, 0);

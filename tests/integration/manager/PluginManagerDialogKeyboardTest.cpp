@@ -1,7 +1,6 @@
 #include <set>
 
 #include <gmock/gmock.h>
-#include <QAccessible>
 #include <QApplication>
 #include <QCheckBox>
 #include <QPushButton>
@@ -10,6 +9,7 @@
 #include <zelui/QtBridge.h>
 
 #include "ManagerStage.h"
+#include "support/accessibility/SpokenText.h"
 
 namespace zeltests {
 
@@ -37,7 +37,7 @@ protected:
     static std::string GetSpokenName(const UI_Node& node) {
         QWidget* const widget = zelui::qt::GetWidget(node);
         if (widget == nullptr) return "no widget";
-        return QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name).toStdString();
+        return zeltests::GetSpokenName(*widget).toStdString();
     }
 };
 

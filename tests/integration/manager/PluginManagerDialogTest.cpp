@@ -2,7 +2,6 @@
 #include <typeinfo>
 
 #include <gmock/gmock.h>
-#include <QAccessible>
 #include <QApplication>
 #include <QCheckBox>
 #include <QFileDialog>
@@ -18,6 +17,7 @@
 #include <zelui/QtBridge.h>
 
 #include "ManagerStage.h"
+#include "support/accessibility/SpokenText.h"
 
 namespace zeltests {
 
@@ -322,8 +322,8 @@ TEST_F(PluginManagerDialogTest, AFolderIsAddedThroughTheChooser) {
         EXPECT_TRUE(Find("RemoveDirectoryButton").UI_IsDisabled());
         ChooseFolder(mFolder.GetPath());
         Click("AddDirectoryButton");
-        EXPECT_THAT(GetFolders(), ElementsAre(mFolder.GetPath()));
-        EXPECT_THAT(Read(GetFolderTree(), 0), ElementsAre(mFolder.GetPath()));
+        EXPECT_THAT(GetFolders(), ElementsAre(FullName(mFolder.GetPath())));
+        EXPECT_THAT(Read(GetFolderTree(), 0), ElementsAre(FullName(mFolder.GetPath())));
     });
     EXPECT_EQ(mBoxTitle, "Choose a Plug-In Folder:");
 }
@@ -611,13 +611,11 @@ TEST_F(PluginManagerDialogTest, EveryControlHasAnAccessibleName) {
     Ban("/p/crashes.so");
     RunDialog([this] {
         GetPlugins().SyncVisibility();
-        for (const QWidget* widget : GetWindow().findChildren<QWidget*>()) {
+        for (QWidget* const widget : GetWindow().findChildren<QWidget*>()) {
             if (!widget->isVisible() || widget->focusPolicy() == Qt::NoFocus) continue;
             const zelui::ui::UI_Node* const node = zelui::qt::GetNode(widget);
             if (node == nullptr || zelui::qt::GetWidget(*node) != widget) continue;
-            const QAccessibleInterface* const accessible =
-                QAccessible::queryAccessibleInterface(const_cast<QWidget*>(widget));
-            EXPECT_FALSE(accessible->text(QAccessible::Name).isEmpty()) << widget->objectName().toStdString();
+            EXPECT_FALSE(GetSpokenName(*widget).isEmpty()) << widget->objectName().toStdString();
         }
     });
 }

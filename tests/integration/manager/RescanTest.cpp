@@ -6,9 +6,9 @@
 #include <QTest>
 #include <zelaudiofilterhost/BannedPluginManager.h>
 #include <zelaudiofilterhost/PluginModuleInfoManager.h>
-#include <zelaudiofilterhost/ScanProtocol.h>
 #include <zelcore/DebugDatabase.h>
 #include <zelcore/Dir.h>
+#include <zelcore/Utf.h>
 #include <zelui/UI_ProgressDialog.h>
 
 #include "ManagerStage.h"
@@ -28,11 +28,8 @@ namespace {
 class RescanTest : public ManagerStage {
 protected:
     RescanTest() {
-        Dir::SetAppDir(mAppFolder.GetDir());
-        std::filesystem::create_symlink(
-            std::string(ZEL_BIN_DIR) + "/" + zelaudiofilterhost::scanprotocol::kScannerFileName,
-            mAppFolder.Path(zelaudiofilterhost::scanprotocol::kScannerFileName));
-        SetFolders({mPlugins.GetPath()});
+        Dir::SetAppDir(Dir(zelcore::utility::UTF8to16(ZEL_BIN_DIR)));
+        SetFolders({FullName(mPlugins.GetPath())});
         SaveCatalogue();
     }
     ~RescanTest() override { Dir::SetAppDir(Dir()); }
@@ -40,11 +37,11 @@ protected:
     std::string Put(const std::string& testPlugin, const std::string& name) {
         std::filesystem::copy_file(TestPlugin(testPlugin), mPlugins.Path(name),
                                    std::filesystem::copy_options::overwrite_existing);
-        return mPlugins.Path(name);
+        return FullName(mPlugins.Path(name));
     }
     void AddOneOfEachChoice() {
-        mDisabled = Put("vst/good/zel_gain.so", "disabled.so");
-        mEnabled = Put("vst/good/zel_gain.so", "enabled.so");
+        mDisabled = Put("vst/good/zel_gain" ZEL_MODULE, "disabled" ZEL_MODULE);
+        mEnabled = Put("vst/good/zel_gain" ZEL_MODULE, "enabled" ZEL_MODULE);
     }
     /// Takes the check mark of the first plug-in away.
     void ScanAndChoose() {
@@ -69,7 +66,6 @@ protected:
     std::vector<std::string> ReadPaths() const { return Read(GetPlugins(), 4); }
     std::vector<std::string> ReadStatus() const { return Read(GetPlugins(), 3); }
 
-    ThrowAwayFolder mAppFolder;
     ThrowAwayFolder mPlugins;
     std::string mDisabled;
     std::string mEnabled;
@@ -78,7 +74,7 @@ protected:
 }  // namespace
 
 TEST_F(RescanTest, TheScannerProcessFindsNewPluginsAndTheListShowsThem) {
-    const std::string gain = Put("vst/good/zel_gain.so", "gain.so");
+    const std::string gain = Put("vst/good/zel_gain" ZEL_MODULE, "gain" ZEL_MODULE);
     RunDialog([&] {
         EXPECT_THAT(ReadPaths(), IsEmpty());
         Click("UpdateButton");
@@ -88,8 +84,8 @@ TEST_F(RescanTest, TheScannerProcessFindsNewPluginsAndTheListShowsThem) {
 }
 
 TEST_F(RescanTest, APluginThatCrashesTheScannerIsListedAsNotWorkingAndTheOthersAreThere) {
-    const std::string gain = Put("vst/good/zel_gain.so", "gain.so");
-    const std::string crash = Put("vst/bad/crash_when_described.so", "crash.so");
+    const std::string gain = Put("vst/good/zel_gain" ZEL_MODULE, "gain" ZEL_MODULE);
+    const std::string crash = Put("vst/bad/crash_when_described" ZEL_MODULE, "crash" ZEL_MODULE);
     RunDialog([&] {
         Click("UpdateButton");
         EXPECT_THAT(ReadPaths(), ElementsAre(gain, crash));
@@ -101,8 +97,9 @@ TEST_F(RescanTest, APluginThatCrashesTheScannerIsListedAsNotWorkingAndTheOthersA
 
 TEST_F(RescanTest, InThisProcessWhereTheDeveloperKeyAllowsIt) {
     zelcore::debug::DebugDatabase::Instance().SetEntry("AudioPluginManager.ShowExternalCheckBox", "true");
-    const std::string gain = Put("vst/good/zel_gain.so", "gain.so");
-    std::filesystem::remove(mAppFolder.Path(zelaudiofilterhost::scanprotocol::kScannerFileName));
+    const std::string gain = Put("vst/good/zel_gain" ZEL_MODULE, "gain" ZEL_MODULE);
+    const ThrowAwayFolder without;
+    Dir::SetAppDir(without.GetDir());
     RunDialog([&] {
         Click("SeparateProcess");
         Click("UpdateButton");
@@ -124,8 +121,8 @@ TEST_F(RescanTest, AChoiceSurvivesAnUpdateOfThePluginsFile) {
     AddOneOfEachChoice();
     RunDialog([this] {
         ScanAndChoose();
-        Put("vst/good/zel_many.so", "disabled.so");
-        Put("vst/good/zel_many.so", "enabled.so");
+        Put("vst/good/zel_many" ZEL_MODULE, "disabled" ZEL_MODULE);
+        Put("vst/good/zel_many" ZEL_MODULE, "enabled" ZEL_MODULE);
         Click("UpdateButton");
         ExpectChoicesKept();
     });
@@ -135,15 +132,15 @@ TEST_F(RescanTest, AChoiceSurvivesAMoveOfTheFolderList) {
     AddOneOfEachChoice();
     RunDialog([this] {
         ScanAndChoose();
-        SetFolders({"/nowhere", mPlugins.GetPath()});
+        SetFolders({FullName("/nowhere"), FullName(mPlugins.GetPath())});
         Click("UpdateButton");
         ExpectChoicesKept();
     });
 }
 
 TEST_F(RescanTest, ACancelledScanKeepsWhatWasFoundAndSetsAsideWhatItWasStoppedIn) {
-    const std::string gain = Put("vst/good/zel_gain.so", "a.so");
-    const std::string hangs = Put("vst/bad/hang_when_opened.so", "hangs.so");
+    const std::string gain = Put("vst/good/zel_gain" ZEL_MODULE, "a" ZEL_MODULE);
+    const std::string hangs = Put("vst/bad/hang_when_opened" ZEL_MODULE, "hangs" ZEL_MODULE);
     std::string shown;
     const boost::signals::scoped_connection watch(zelui::dialogs::UI_ProgressDialog::GetProgressSignal().connect(
         [&](unsigned long, unsigned long, const zelcore::ustring& text) { shown = ToBytes(text); }));
@@ -157,7 +154,7 @@ TEST_F(RescanTest, ACancelledScanKeepsWhatWasFoundAndSetsAsideWhatItWasStoppedIn
 }
 
 TEST_F(RescanTest, ReloadBringsABannedPluginBackThatWorksByNow) {
-    const std::string gain = Put("vst/good/zel_gain.so", "gain.so");
+    const std::string gain = Put("vst/good/zel_gain" ZEL_MODULE, "gain" ZEL_MODULE);
     Ban(gain);
     RunDialog([&] {
         EXPECT_EQ(ReadStatus()[0], "Not Working");
@@ -170,7 +167,7 @@ TEST_F(RescanTest, ReloadBringsABannedPluginBackThatWorksByNow) {
 }
 
 TEST_F(RescanTest, TheSpaceBarReloadsABannedPlugin) {
-    const std::string gain = Put("vst/good/zel_gain.so", "gain.so");
+    const std::string gain = Put("vst/good/zel_gain" ZEL_MODULE, "gain" ZEL_MODULE);
     Ban(gain);
     RunDialog([&] {
         ASSERT_TRUE(GetPlugins().UI_GainKeyboardFocus(zelui::ui::kFocusByProgram));
@@ -181,7 +178,7 @@ TEST_F(RescanTest, TheSpaceBarReloadsABannedPlugin) {
 }
 
 TEST_F(RescanTest, ABanListThatCannotBeWrittenIsToldAndTheListIsAsTheCatalogueIs) {
-    const std::string gain = Put("vst/good/zel_gain.so", "gain.so");
+    const std::string gain = Put("vst/good/zel_gain" ZEL_MODULE, "gain" ZEL_MODULE);
     Ban(gain);
     std::filesystem::create_directories(GetBansPath() + "/inside");
     bool wasTold = false;
@@ -199,7 +196,7 @@ TEST_F(RescanTest, ABanListThatCannotBeWrittenIsToldAndTheListIsAsTheCatalogueIs
 }
 
 TEST_F(RescanTest, ReloadOfOneThatStillCrashesBansItAgain) {
-    const std::string crash = Put("vst/bad/crash_when_described.so", "crash.so");
+    const std::string crash = Put("vst/bad/crash_when_described" ZEL_MODULE, "crash" ZEL_MODULE);
     Ban(crash);
     RunDialog([&] {
         ClickNode(*GetReloadButton(0));
@@ -209,7 +206,7 @@ TEST_F(RescanTest, ReloadOfOneThatStillCrashesBansItAgain) {
 }
 
 TEST_F(RescanTest, ReloadOfOneWhoseFileIsGoneTakesItOutOfTheCatalogueWithoutAScan) {
-    const std::string gain = Put("vst/good/zel_gain.so", "gain.so");
+    const std::string gain = Put("vst/good/zel_gain" ZEL_MODULE, "gain" ZEL_MODULE);
     RunDialog([&] {
         Click("UpdateButton");
         Click("OKButton");

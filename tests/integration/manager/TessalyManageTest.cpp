@@ -25,7 +25,7 @@ protected:
         arguments.insert(arguments.begin(), {std::string(ZEL_BIN_DIR) + "/tessaly"});
         std::unique_ptr<Program> program = std::make_unique<Program>(
             mFolder.GetPath(), arguments,
-            std::vector<std::string>{"XDG_CONFIG_HOME=" + mFolder.Path("profile"), "HOME=" + mFolder.GetPath(),
+            std::vector<std::string>{SettingsIn(mFolder.Path("profile")), "HOME=" + mFolder.GetPath(),
                                      "VST3_PATH=" + mFolder.Path("none"), "VST_PATH=" + mFolder.Path("none")});
         program->Wait();
         return program;

@@ -78,7 +78,7 @@ private:
     std::atomic<std::size_t> mOddSamples;
 };
 
-const char* const kGain = "vst/good/zel_gain.so";
+const char* const kGain = "vst/good/zel_gain" ZEL_MODULE;
 const char* const kGain3 = "vst3/good/ZelGain3.vst3";
 
 }  // namespace
@@ -132,7 +132,7 @@ TEST(LiveChainTest, TheLastReferenceGoesOnTheMainThread) {
 TEST(LiveChainTest, AnEffectThatRefusesIsPassedByAndToldOnce) {
     PulledSound sound;
     LiveChain chain = sound.MakeChain();
-    const ChainEffectPtr refuses = MakeEffect(TestPlugin("vst/bad/throws_when_started.so"));
+    const ChainEffectPtr refuses = MakeEffect(TestPlugin("vst/bad/throws_when_started" ZEL_MODULE));
     const ChainEffectPtr works = MakeEffect(TestPlugin(kGain));
     EXPECT_THAT(chain.SetEffects({refuses, works}), ElementsAre(refuses));
     EXPECT_TRUE(works->GetFilter()->IsProcessing());

@@ -13,7 +13,7 @@
 
 namespace zeltests {
 
-/// The path of one of our own test plug-ins, below the folder of its kind: "vst/good/zel_gain.so".
+/// The path of one of our own test plug-ins, below the folder of its kind: "vst/good/zel_gain" ZEL_MODULE.
 std::string TestPlugin(const std::string& path);
 /// A filter of a module's first component.
 tessaly::PlayedEffect::FilterPtr LoadFilter(const std::string& path);

@@ -19,7 +19,7 @@ constexpr int kFrames = 512;
 /// A stereo track of one level with one effect in it, which mutes it.
 class MutedTrack {
 public:
-    explicit MutedTrack(bool comesIn = false) : mEffect(MakeEffect(TestPlugin("vst/good/zel_gain.so"))) {
+    explicit MutedTrack(bool comesIn = false) : mEffect(MakeEffect(TestPlugin("vst/good/zel_gain" ZEL_MODULE))) {
         const auto layout = zelmediatypes::MakeChannelLayoutForCount(2);
         mEffect->SetTargetFormat(layout, {});
         const auto played = std::make_shared<PlayedEffect>(mEffect, comesIn);
@@ -82,7 +82,7 @@ TEST(PlayingChainTest, AnEffectThatJoinsASoundComesInSoftly) {
 }
 
 TEST(PlayingChainTest, AnEffectThatIsBypassedFromTheStartIsNotHeardAtAll) {
-    const ChainEffectPtr effect = MakeEffect(TestPlugin("vst/good/zel_gain.so"));
+    const ChainEffectPtr effect = MakeEffect(TestPlugin("vst/good/zel_gain" ZEL_MODULE));
     effect->SetBypassed(true);
     effect->SetTargetFormat(zelmediatypes::MakeChannelLayoutForCount(2), {});
     const auto played = std::make_shared<PlayedEffect>(effect, false);

@@ -47,8 +47,8 @@ Sound Cut(const Sound& sound, std::size_t first, std::size_t frames) {
 
 const std::vector<std::string>& GetModules() {
     static const std::vector<std::string> modules = {
-        TestPlugin("vst/good/zel_sidechain.so"), TestPlugin("vst3/good/ZelGain3.vst3"),
-        TestPlugin("vst/good/zel_gain.so"), TestPlugin("vst3/good/ZelSideChain3.vst3")};
+        TestPlugin("vst/good/zel_sidechain" ZEL_MODULE), TestPlugin("vst3/good/ZelGain3.vst3"),
+        TestPlugin("vst/good/zel_gain" ZEL_MODULE), TestPlugin("vst3/good/ZelSideChain3.vst3")};
     return modules;
 }
 

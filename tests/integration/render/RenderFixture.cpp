@@ -10,7 +10,7 @@ std::string TestPlugin(const std::string& path) { return std::string(ZEL_TESTPLU
 RenderFixture::RenderFixture() : mInput(Path("in.wav")), mOutput(Path("out.wav")), mIgnoresLeaks(false) {}
 
 std::vector<std::string> RenderFixture::GetEnvironment() const {
-    std::vector<std::string> variables = {"XDG_CONFIG_HOME=" + mOther.Path("profile"), "VST3_PATH=", "VST_PATH="};
+    std::vector<std::string> variables = {SettingsIn(mOther.Path("profile")), "VST3_PATH=", "VST_PATH="};
     const char* const given = std::getenv("ASAN_OPTIONS");
     if (mIgnoresLeaks) variables.push_back("ASAN_OPTIONS=" + std::string(given ? given : "") + ":detect_leaks=0");
     return variables;

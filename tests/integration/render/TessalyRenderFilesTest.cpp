@@ -1,17 +1,19 @@
 #include <cmath>
-#include <filesystem>
 
 #include <gtest/gtest.h>
 #include <sndfile.h>
 
+#include "AudioFileFormat.h"
 #include "RenderFixture.h"
-#include "support/WaitFor.h"
+#include "SoundFormats.h"
 
 namespace zeltests {
 
+using tessaly::AudioFileFormat;
+
 namespace {
 
-const std::string kPlain = TestPlugin("vst/good/zel_plain.so");
+const std::string kPlain = TestPlugin("vst/good/zel_plain" ZEL_MODULE);
 
 double GetLargestDifference(const std::vector<float>& a, const std::vector<float>& b) {
     EXPECT_EQ(a.size(), b.size());
@@ -34,6 +36,7 @@ TEST_F(TessalyRenderFilesTest, EachKindOfFileIsWrittenByItsExtension) {
                                                             {"a.AIF", SF_FORMAT_AIFF | SF_FORMAT_PCM_24},
                                                             {"a.ogg", SF_FORMAT_OGG | SF_FORMAT_VORBIS}};
     for (const auto& [name, format] : kinds) {
+        if (!HasFormat(format)) continue;
         SCOPED_TRACE(name);
         const auto program = Start({"render", mInput, Path(name), "--block", "65536", "--effect", kPlain});
         ASSERT_EQ(program->Wait(), 0) << program->GetErrors();
@@ -55,6 +58,7 @@ TEST_F(TessalyRenderFilesTest, EachKindOfFileIsRead) {
         {"b.wav", SF_FORMAT_RF64 | SF_FORMAT_FLOAT},   {"c.wav", SF_FORMAT_WAV | SF_FORMAT_PCM_24 | SF_ENDIAN_BIG},
         {"a.w64", SF_FORMAT_W64 | SF_FORMAT_PCM_24}};
     for (const auto& [name, format] : kinds) {
+        if (!HasFormat(format)) continue;
         SCOPED_TRACE(name);
         WriteSound(Path(name), sound, format);
         const Sound input = ReadSound(Path(name));
@@ -83,63 +87,16 @@ TEST_F(TessalyRenderFilesTest, AFileOfUnknownLengthFromAPipeIsRead) {
     }
 }
 
-TEST_F(TessalyRenderFilesTest, WhatWasThereIsReplacedAndALinkToItStaysALink) {
-    WriteFile(Path("real.wav"), "old");
-    std::filesystem::create_symlink("real.wav", mOutput);
-    const Sound input = MakeTestSound(2, 100);
-    EXPECT_EQ(Render(input, {"--effect", kPlain}).channels, input.channels);
-    EXPECT_TRUE(std::filesystem::is_symlink(mOutput));
-    EXPECT_EQ(ReadSound(Path("real.wav")).channels, input.channels);
-    EXPECT_EQ(ListFolder(), (std::set<std::string>{"in.wav", "out.wav", "real.wav"}));
-}
-
 TEST_F(TessalyRenderFilesTest, SoundOfAnyLengthIsThereToItsLastFrame) {
     for (const std::size_t frames : {1u, 63u, 4095u, 4097u, 65535u, 65537u, 300001u}) {
         WriteSound(mInput, MakeTestSound(2, frames));
         for (const char* const name : {"a.wav", "a.flac", "a.aiff", "a.ogg"}) {
+            if (!HasFormat(AudioFileFormat::FindForPath(name)->GetCode(frames))) continue;
             const auto program = Start({"render", mInput, Path(name), "--effect", kPlain});
             ASSERT_EQ(program->Wait(), 0) << program->GetErrors();
             EXPECT_EQ(ReadSound(Path(name)).GetFrameCount(), frames) << name;
         }
     }
-}
-
-TEST_F(TessalyRenderFilesTest, ALinkToWhatIsNotThereYetStaysALink) {
-    std::filesystem::create_directory(Path("folder"));
-    std::filesystem::create_symlink("folder/next.wav", mOutput);
-    std::filesystem::create_symlink(Path("folder/real.wav"), Path("folder/next.wav"));
-    const Sound input = MakeTestSound(2, 100);
-    EXPECT_EQ(Render(input, {"--effect", kPlain}).channels, input.channels);
-    EXPECT_TRUE(std::filesystem::is_symlink(mOutput));
-    EXPECT_TRUE(std::filesystem::is_symlink(Path("folder/next.wav")));
-    EXPECT_TRUE(std::filesystem::is_regular_file(std::filesystem::symlink_status(Path("folder/real.wav"))));
-    EXPECT_EQ(ListFolder(), (std::set<std::string>{"folder", "in.wav", "out.wav"}));
-}
-
-TEST_F(TessalyRenderFilesTest, AFileThatIsReplacedKeepsItsPermissions) {
-    using std::filesystem::perms;
-    WriteSound(mInput, MakeTestSound(2, 100));
-    const perms own = perms::owner_read | perms::owner_write;
-    for (const perms wanted : {own, own | perms::group_write | perms::others_write | perms::others_exec}) {
-        WriteFile(mOutput, "old");
-        std::filesystem::permissions(mOutput, wanted);
-        Render({"--effect", kPlain});
-        EXPECT_EQ(ReadFrameCount(mOutput), 100u);
-        EXPECT_EQ(std::filesystem::status(mOutput).permissions(), wanted);
-    }
-}
-
-TEST_F(TessalyRenderFilesTest, WhatIsWrittenIsNotReadableMeanwhileForThoseWhoMayNotReadWhatItReplaces) {
-    using std::filesystem::perms;
-    WriteSound(mInput, MakeTestSound(2, 100));
-    WriteFile(mOutput, "old");
-    std::filesystem::permissions(mOutput, perms::owner_read | perms::owner_write);
-    // Long enough not to end by itself meanwhile.
-    const auto program = Start({"render", mInput, mOutput, "--effect", kPlain, "--tail", "3600", "--block", "1"});
-    const std::string beside = mOutput + ".partial1";
-    std::error_code ignored;
-    ASSERT_TRUE(WaitFor([&] { return std::filesystem::file_size(beside, ignored) > 1000 && !ignored; }));
-    EXPECT_EQ(std::filesystem::status(beside).permissions(), perms::owner_read | perms::owner_write);
 }
 
 }  // namespace zeltests

@@ -16,9 +16,9 @@ using testing::Not;
 
 namespace {
 
-const std::string kPlain = TestPlugin("vst/good/zel_plain.so");
-const std::string kGain = TestPlugin("vst/good/zel_gain.so");
-const std::string kSideChain = TestPlugin("vst/good/zel_sidechain.so");
+const std::string kPlain = TestPlugin("vst/good/zel_plain" ZEL_MODULE);
+const std::string kGain = TestPlugin("vst/good/zel_gain" ZEL_MODULE);
+const std::string kSideChain = TestPlugin("vst/good/zel_sidechain" ZEL_MODULE);
 
 /// Loudness of the second half, in which an effect has settled.
 double MeasureLoudness(const std::vector<float>& samples) {
@@ -112,7 +112,7 @@ TEST_F(TessalyRenderTest, TheTracksLayoutDecidesWhichChannelsAnEffectGets) {
 TEST_F(TessalyRenderTest, TheFilesMayStandBeforeBehindAndBetweenTheOptions) {
     const Sound input = MakeTestSound(2, 100);
     WriteSound(mInput, input);
-    const std::string shell = TestPlugin("vst/good/zel_shell.so");
+    const std::string shell = TestPlugin("vst/good/zel_shell" ZEL_MODULE);
     for (const std::vector<std::string>& arguments : std::vector<std::vector<std::string>>{
              {"--effect", kPlain, "--map", "in=2,1", mInput, mOutput},
              {mInput, "--effect", kPlain, "--map", "in=2,1", mOutput},
@@ -153,7 +153,7 @@ TEST_F(TessalyRenderTest, EffectsFollowEachOtherInTheirOrder) {
 
 TEST_F(TessalyRenderTest, AComponentIsChosenForTheEffectThatItStandsBehind) {
     WriteSound(mInput, MakeTestSound(2, 100));
-    const std::string shell = TestPlugin("vst/good/zel_shell.so");
+    const std::string shell = TestPlugin("vst/good/zel_shell" ZEL_MODULE);
     EXPECT_THAT(Fail(1, {"--effect", shell}), HasSubstr("may be one of several"));
     EXPECT_THAT(Render({"--effect", kPlain, "--effect", shell, "--component", "Shell Stereo"}),
                 HasSubstr("  Zel Plain: in 1,2, out 1,2\n  Shell Stereo: in 1,2, out 1,2\n"));
@@ -246,10 +246,10 @@ TEST_F(TessalyRenderTest, WhatAFileOfIntegersCannotHoldIsCutOffAndCounted) {
     input.channels[0][10] = 1.5f;
     input.channels[0][11] = -4.0f;
     WriteSound(mInput, input);
-    const auto program = Start({"render", mInput, Path("a.flac"), "--effect", kPlain});
+    const auto program = Start({"render", mInput, Path("a.aiff"), "--effect", kPlain});
     ASSERT_EQ(program->Wait(), 0) << program->GetErrors();
     EXPECT_THAT(program->GetOutput(), HasSubstr("clipped: 2\n"));
-    const Sound output = ReadSound(Path("a.flac"));
+    const Sound output = ReadSound(Path("a.aiff"));
     EXPECT_NEAR(output[0][10], 1.0f, 1e-6f);
     EXPECT_NEAR(output[0][11], -1.0f, 1e-6f);
     EXPECT_THAT(Render({"--effect", kPlain}), Not(HasSubstr("clipped")));

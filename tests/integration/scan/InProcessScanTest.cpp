@@ -30,8 +30,8 @@ protected:
     std::vector<PluginLocator> MakeFivePlugins() {
         std::vector<PluginLocator> locators;
         for (const char* name : {"one", "two", "three", "four", "five"}) {
-            const std::string path = mFolder.Path(std::string(name) + ".so");
-            std::filesystem::copy_file(TestPlugin("vst/good/zel_gain.so"), path);
+            const std::string path = mFolder.Path(std::string(name) + ZEL_MODULE);
+            std::filesystem::copy_file(TestPlugin("vst/good/zel_gain" ZEL_MODULE), path);
             locators.push_back(Vst(path));
         }
         return locators;
@@ -102,7 +102,7 @@ TEST_F(InProcessScanTest, WhatWasScannedBeforeIsOnDiskWhenTheNextPluginIsLoaded)
     boost::signals::scoped_connection connection = zelui::dialogs::UI_ProgressDialog::GetProgressSignal().connect(
         [&](unsigned long, unsigned long, const zelcore::ustring&) {
             const bool saved = Exists(GetCataloguePath());
-            firstWasSaved.push_back(saved && ReadFile(GetCataloguePath()).find("one.so") != std::string::npos);
+            firstWasSaved.push_back(saved && ReadFile(GetCataloguePath()).find("one" ZEL_MODULE) != std::string::npos);
         });
     Scan(locators);
     EXPECT_THAT(firstWasSaved, ElementsAre(false, false, true, true, true));
@@ -120,8 +120,8 @@ TEST_F(InProcessScanTest, CancelAfterTheThirdOfFiveKeepsThreeAndDropsTheRest) {
     Scan(locators);
     EXPECT_FALSE(Exists(GetMarkerPath()));
     EXPECT_EQ(1, mChangedSignals);
-    EXPECT_THAT(GetCataloguedInFile(),
-                ElementsAre(mFolder.Path("one.so"), mFolder.Path("two.so"), mFolder.Path("three.so")));
+    EXPECT_THAT(GetCataloguedInFile(), ElementsAre(mFolder.Path("one" ZEL_MODULE), mFolder.Path("two" ZEL_MODULE),
+                                                   mFolder.Path("three" ZEL_MODULE)));
     EXPECT_FALSE(FindDialog());
 }
 
@@ -211,7 +211,7 @@ TEST_F(InProcessScanTest, PluginsThatAreGoneLeaveTheCatalogueWithTheNextScan) {
         ->SetPluginDirectories({mFolder.GetDir().FullPath()});
     catalogue.GetPluginTechnology(zelaudiofilterhost::kTechnologyVST3)->SetPluginDirectories({});
     AudioPluginScan(nullptr).ScanForPlugins(nullptr, false, false);
-    std::filesystem::remove(mFolder.Path("two.so"));
+    std::filesystem::remove(mFolder.Path("two" ZEL_MODULE));
     AudioPluginScan(nullptr).ScanForPlugins(nullptr, false, false);
     EXPECT_EQ(4u, GetCataloguedInFile().size());
 }

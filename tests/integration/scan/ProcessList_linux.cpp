@@ -5,6 +5,8 @@
 #include <fstream>
 #include <string>
 
+#include <sys/wait.h>
+
 namespace zeltests {
 
 std::size_t ProcessList::CountScanners() {
@@ -17,5 +19,15 @@ std::size_t ProcessList::CountScanners() {
     }
     return count;
 }
+
+void ProcessList::WaitForScanners() {
+    while (waitpid(-1, nullptr, 0) > 0) {
+    }
+}
+
+// Whoever gives one up ends it.
+void ProcessList::EndScanners() {}
+
+const char* ProcessList::GetCrashName() { return "Segmentation fault"; }
 
 }  // namespace zeltests

@@ -1,7 +1,7 @@
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 #include <set>
+#include <string>
 
 #include <gmock/gmock.h>
 #include <zelaudiofilterhost/BannedPluginManager.h>
@@ -9,8 +9,10 @@
 #include <zelaudiofilterhostui/AudioPluginScan.h>
 #include <zelcore/Utf.h>
 
+#include "DeadlyPlugins.h"
 #include "ProcessList.h"
 #include "ScanFixture.h"
+#include "support/Environment.h"
 
 namespace zeltests {
 
@@ -24,13 +26,13 @@ using zelaudiofilterhostui::AudioPluginScan;
 class RealScannerScanTest : public ScanFixture {
 protected:
     RealScannerScanTest() {
-        setenv("ZEL_SCANNER_TIMEOUT_SECONDS", "2", 1);
-        setenv("ZEL_SCANNER_MEMORY_MB", "300", 1);
+        SetVariable("ZEL_SCANNER_TIMEOUT_SECONDS", "2");
+        SetVariable("ZEL_SCANNER_MEMORY_MB", "300");
         UseRealScanner();
     }
     ~RealScannerScanTest() override {
-        unsetenv("ZEL_SCANNER_TIMEOUT_SECONDS");
-        unsetenv("ZEL_SCANNER_MEMORY_MB");
+        SetVariable("ZEL_SCANNER_TIMEOUT_SECONDS", nullptr);
+        SetVariable("ZEL_SCANNER_MEMORY_MB", nullptr);
     }
 
     /// Good and bad ones alternating, so that every bad one has innocent neighbours.
@@ -51,9 +53,9 @@ protected:
     static std::vector<PluginLocator> GetAll(const std::string& kind) {
         std::vector<PluginLocator> locators;
         for (const auto& entry : std::filesystem::directory_iterator(TestPlugin("vst/" + kind)))
-            locators.push_back(Vst(entry.path().string()));
+            locators.push_back(Vst(entry.path().generic_string()));
         for (const auto& entry : std::filesystem::directory_iterator(TestPlugin("vst3/" + kind)))
-            locators.push_back(Vst3(entry.path().string()));
+            locators.push_back(Vst3(entry.path().generic_string()));
         std::sort(locators.begin(), locators.end());
         return locators;
     }
@@ -62,25 +64,6 @@ protected:
         std::vector<std::string> paths;
         for (const PluginLocator& locator : locators) paths.push_back(ToBytes(locator.GetPath()));
         return paths;
-    }
-
-    /// The bad ones that take the process down or never come back; the others say of themselves that they do not work.
-    static bool IsDeadly(const std::string& path) {
-        const std::string name = std::filesystem::path(path).stem().string();
-        static const std::set<std::string> kDeadly = {"abort_when_opened",
-                                                      "allocate_when_opened",
-                                                      "crash_in_entry",
-                                                      "crash_on_load",
-                                                      "crash_when_closed",
-                                                      "crash_when_described",
-                                                      "exit_when_opened",
-                                                      "hang_when_opened",
-                                                      "Allocate3",
-                                                      "Crash3",
-                                                      "CrashInit3",
-                                                      "Exit3",
-                                                      "Hang3"};
-        return kDeadly.contains(name);
     }
 
     void Scan(const std::vector<PluginLocator>& locators) {
@@ -95,7 +78,8 @@ TEST_F(RealScannerScanTest, EveryGoodOneIsCataloguedEveryDeadlyOneBannedAndNobod
 
     std::vector<std::string> deadly;
     for (const PluginLocator& locator : GetAll("bad"))
-        if (IsDeadly(ToBytes(locator.GetPath()))) deadly.push_back(ToBytes(locator.GetPath()));
+        if (IsDeadly(std::filesystem::path(ToBytes(locator.GetPath())).stem().string()))
+            deadly.push_back(ToBytes(locator.GetPath()));
     ASSERT_GE(deadly.size(), 10u);
     EXPECT_THAT(GetBanned(), UnorderedElementsAreArray(deadly));
 
@@ -116,23 +100,28 @@ TEST_F(RealScannerScanTest, EveryGoodOneIsCataloguedEveryDeadlyOneBannedAndNobod
 }
 
 TEST_F(RealScannerScanTest, ReasonsOfBansAreInPlainWords) {
-    Scan({Vst(TestPlugin("vst/bad/crash_when_described.so")), Vst(TestPlugin("vst/bad/hang_when_opened.so")),
-          Vst(TestPlugin("vst/bad/exit_when_opened.so")), Vst(TestPlugin("vst/bad/allocate_when_opened.so"))});
+    Scan({Vst(TestPlugin("vst/bad/crash_when_described" ZEL_MODULE)),
+          Vst(TestPlugin("vst/bad/hang_when_opened" ZEL_MODULE)),
+          Vst(TestPlugin("vst/bad/exit_when_opened" ZEL_MODULE)),
+          Vst(TestPlugin("vst/bad/allocate_when_opened" ZEL_MODULE))});
     auto& bans = zelaudiofilterhost::BannedPluginManager::GetInstance();
     const auto reason = [&](const char* name) { return ToBytes(bans.GetReason(Vst(TestPlugin(name)))); };
     // A sanitizer ends the process by itself instead of leaving the signal to the system.
-    EXPECT_THAT(reason("vst/bad/crash_when_described.so"),
-                testing::AnyOf("crashed while it was scanned: Segmentation fault", testing::HasSubstr("exit code")));
-    EXPECT_EQ("did not answer within the time limit while it was scanned", reason("vst/bad/hang_when_opened.so"));
-    EXPECT_EQ("ended the scanner process (exit code 0)", reason("vst/bad/exit_when_opened.so"));
-    EXPECT_EQ("took more memory than the limit while it was scanned", reason("vst/bad/allocate_when_opened.so"));
+    EXPECT_THAT(reason("vst/bad/crash_when_described" ZEL_MODULE),
+                testing::AnyOf(std::string("crashed while it was scanned: ") + ProcessList::GetCrashName(),
+                               testing::HasSubstr("exit code")));
+    EXPECT_EQ("did not answer within the time limit while it was scanned",
+              reason("vst/bad/hang_when_opened" ZEL_MODULE));
+    EXPECT_EQ("ended the scanner process (exit code 0)", reason("vst/bad/exit_when_opened" ZEL_MODULE));
+    EXPECT_EQ("took more memory than the limit while it was scanned",
+              reason("vst/bad/allocate_when_opened" ZEL_MODULE));
 }
 
 TEST_F(RealScannerScanTest, BothWaysOfScanningGiveTheSameCatalogue) {
     std::vector<PluginLocator> harmless = GetAll("good");
     for (const PluginLocator& locator : GetAll("bad"))
         if (!IsDeadly(ToBytes(locator.GetPath()))) harmless.push_back(locator);
-    for (const char* name : {"text.so", "empty.so", "cut_off.so", "other_processor.so"})
+    for (const char* name : {"text" ZEL_MODULE, "empty" ZEL_MODULE, "cut_off" ZEL_MODULE, "other_processor" ZEL_MODULE})
         harmless.push_back(Vst(TestPlugin(std::string("notplugins/") + name)));
     auto& catalogue = zelaudiofilterhost::PluginModuleInfoManager::GetInstance();
     Scan(harmless);
@@ -143,7 +132,7 @@ TEST_F(RealScannerScanTest, BothWaysOfScanningGiveTheSameCatalogue) {
 }
 
 TEST_F(RealScannerScanTest, ShellsAndModulesWithSeveralClassesYieldAllTheirComponents) {
-    const PluginLocator shell = Vst(TestPlugin("vst/good/zel_shell.so"));
+    const PluginLocator shell = Vst(TestPlugin("vst/good/zel_shell" ZEL_MODULE));
     const PluginLocator several = Vst3(TestPlugin("vst3/good/ZelSeveral3.vst3"));
     Scan({shell, several});
     auto& catalogue = zelaudiofilterhost::PluginModuleInfoManager::GetInstance();
@@ -168,20 +157,20 @@ TEST_F(RealScannerScanTest, EmptyListEndsAtOnce) {
 
 TEST_F(RealScannerScanTest, BannedPluginsAreSteppedOver) {
     zelaudiofilterhost::BannedPluginManager& bans = zelaudiofilterhost::BannedPluginManager::GetInstance();
-    const PluginLocator banned = Vst(TestPlugin("vst/good/zel_gain.so"));
+    const PluginLocator banned = Vst(TestPlugin("vst/good/zel_gain" ZEL_MODULE));
     bans.AddBannedPlugin(banned);
     bans.SaveConfiguration(zelcore::filesupport::File(zelcore::utility::UTF8to16(GetBansPath())));
-    Scan({banned, Vst(TestPlugin("vst/good/zel_synth.so"))});
-    EXPECT_THAT(GetCatalogued(), ElementsAre(TestPlugin("vst/good/zel_synth.so")));
+    Scan({banned, Vst(TestPlugin("vst/good/zel_synth" ZEL_MODULE))});
+    EXPECT_THAT(GetCatalogued(), ElementsAre(TestPlugin("vst/good/zel_synth" ZEL_MODULE)));
 }
 
 TEST_F(RealScannerScanTest, CancelOfAHangingPluginEndsTheScannerAtOnce) {
-    setenv("ZEL_SCANNER_TIMEOUT_SECONDS", "600", 1);
+    SetVariable("ZEL_SCANNER_TIMEOUT_SECONDS", "600");
     const std::size_t before = ProcessList::CountScanners();
     WhenTrue([this] { return mShown.size() == 2; }, [] { ClickCancel(); });
-    Scan({Vst(TestPlugin("vst/good/zel_gain.so")), Vst(TestPlugin("vst/bad/hang_when_opened.so")),
-          Vst(TestPlugin("vst/good/zel_synth.so"))});
-    EXPECT_THAT(GetCataloguedInFile(), ElementsAre(TestPlugin("vst/good/zel_gain.so")));
+    Scan({Vst(TestPlugin("vst/good/zel_gain" ZEL_MODULE)), Vst(TestPlugin("vst/bad/hang_when_opened" ZEL_MODULE)),
+          Vst(TestPlugin("vst/good/zel_synth" ZEL_MODULE))});
+    EXPECT_THAT(GetCataloguedInFile(), ElementsAre(TestPlugin("vst/good/zel_gain" ZEL_MODULE)));
     EXPECT_EQ(before, ProcessList::CountScanners());
 }
 

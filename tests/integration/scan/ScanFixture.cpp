@@ -18,6 +18,9 @@
 #include <zelcore/Utf.h>
 #include <zelui/UI_ProgressDialog.h>
 
+#include "ProcessList.h"
+#include "support/Environment.h"
+
 namespace zeltests {
 
 using namespace zelaudiofilterhost;
@@ -40,7 +43,7 @@ std::vector<std::string> ReadLines(const std::string& path) {
 ScanFixture::ScanFixture() {
     Dir::SetAppDir(mAppFolder.GetDir());
     EmptyCatalogue();
-    setenv("ZEL_SCRIPT_FOLDER", mScriptFolder.GetPath().c_str(), 1);
+    SetVariable("ZEL_SCRIPT_FOLDER", mScriptFolder.GetPath().c_str());
     mProgressConnection = zelui::dialogs::UI_ProgressDialog::GetProgressSignal().connect(
         [this](unsigned long current, unsigned long total, const zelcore::ustring& text) {
             mShown.push_back({current, total, ToBytes(text)});
@@ -51,6 +54,7 @@ ScanFixture::ScanFixture() {
 
 ScanFixture::~ScanFixture() {
     for (const unsigned long timer : mTimers) zelcore::threads::MainLoop::GetInstalled()->StopTimer(timer);
+    ProcessList::EndScanners();
     EmptyCatalogue();
     Dir::SetAppDir(Dir());
 }
@@ -61,16 +65,13 @@ void ScanFixture::EmptyCatalogue() {
     BannedPluginManager::GetInstance().LoadConfiguration(none);
 }
 
-void ScanFixture::UseRealScanner() {
-    std::filesystem::create_symlink(std::string(ZEL_BIN_DIR) + "/" + scanprotocol::kScannerFileName,
-                                    mAppFolder.Path(scanprotocol::kScannerFileName));
-}
+void ScanFixture::UseRealScanner() { Dir::SetAppDir(Dir(UTF8to16(ZEL_BIN_DIR))); }
 
 void ScanFixture::UseScriptedScanner(const std::vector<std::string>& scripts) {
     for (std::size_t i = 0; i < scripts.size(); ++i)
         WriteFile(mScriptFolder.Path("script" + (i + 1 < scripts.size() ? "." + std::to_string(i + 1) : "")),
                   scripts[i]);
-    std::filesystem::create_symlink(ZEL_SCRIPTED_SCANNER, mAppFolder.Path(scanprotocol::kScannerFileName));
+    Dir::SetAppDir(Dir(UTF8to16(ZEL_SCRIPTED_DIR)));
 }
 
 std::vector<std::string> ScanFixture::GetRequests() const { return ReadLines(mScriptFolder.Path("log")); }

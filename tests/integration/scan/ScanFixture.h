@@ -27,8 +27,8 @@ protected:
     ScanFixture();
     ~ScanFixture() override;
 
-    /// Puts the real scanner process into the application's folder, or the one that follows a script. `scripts` are
-    /// those of the first, second, … start; the last one serves all further starts.
+    /// Makes the folder of the real scanner process the application's, or that of the one that follows a script.
+    /// `scripts` are those of the first, second, … start; the last one serves all further starts.
     void UseRealScanner();
     void UseScriptedScanner(const std::vector<std::string>& scripts);
 
@@ -55,7 +55,7 @@ protected:
 
     static zelaudiofilterhost::PluginLocator Vst(const std::string& path);
     static zelaudiofilterhost::PluginLocator Vst3(const std::string& path);
-    /// A file of the test plug-ins, such as "vst/good/zel_gain.so".
+    /// A file of the test plug-ins, such as "vst/good/zel_gain" ZEL_MODULE.
     static std::string TestPlugin(const std::string& name);
     static std::string ToString(const zelaudiofilterhost::PluginLocator& locator);
     static std::string ToBytes(const zelcore::ustring& text);

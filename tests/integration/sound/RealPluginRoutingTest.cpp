@@ -57,7 +57,7 @@ void IgnoreLsp(AudioFilter& filter) { SetParameterToText(filter, "sct", "Feed-fo
 class SideChainedPluginTest : public testing::TestWithParam<SideChained> {
 protected:
     void SetUp() override {
-        if (!std::filesystem::exists(GetParam().path)) GTEST_SKIP() << GetParam().path << " is not installed";
+        if (!IsInstalled(GetParam().path)) GTEST_SKIP() << GetParam().path << " is not installed";
         mFilter = LoadFilter(GetParam().path);
         mTrack.emplace(*mFilter, GetParam().layout, "mono");
         mMain = mFilter->GetChannelMapTargetChannelLayout().size();
@@ -113,7 +113,7 @@ INSTANTIATE_TEST_SUITE_P(Installed, SideChainedPluginTest, testing::ValuesIn(kSi
 class NeutralStereoPluginTest : public testing::TestWithParam<const char*> {
 protected:
     void SetUp() override {
-        if (!std::filesystem::exists(GetParam())) GTEST_SKIP() << GetParam() << " is not installed";
+        if (!IsInstalled(GetParam())) GTEST_SKIP() << GetParam() << " is not installed";
         mFilter = LoadFilter(GetParam());
         mTrack.emplace(*mFilter, "stereo", "");
         mTrack->SetLevels({kQuiet, kQuiet});
@@ -250,7 +250,7 @@ TEST(RealPluginRoutingTest, BusesOfAllInstalledPluginsMakeSense) {
     for (const auto& [name, channels] : sideChains) {
         if (!name.ends_with(".vst3")) continue;
         const std::string twin = name.substr(0, name.size() - 5) + "-vst.so";
-        if (!std::filesystem::exists("/usr/lib/vst/" + twin)) continue;
+        if (!IsInstalled("/usr/lib/vst/" + twin)) continue;
         EXPECT_EQ(sideChains[twin], channels) << name;
     }
 }

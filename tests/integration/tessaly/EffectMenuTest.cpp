@@ -9,6 +9,7 @@
 #include <QTreeWidgetItemIterator>
 
 #include <zelaudiofilterhost/PluginModuleInfoManager.h>
+#include <zelui/QtAccessibility.h>
 
 #include "WindowStage.h"
 
@@ -122,11 +123,11 @@ TEST_F(EffectMenuTest, AClickThatActivatesAsWellAddsOnlyOnce) {
 
 TEST_F(EffectMenuTest, TheFieldThatHasTheFocusSaysWhatIsChosen) {
     Open();
-    EXPECT_EQ(GetSearch()->accessibleDescription(), "");
+    EXPECT_EQ(zelui::qt::GetAccessibleDescription(*GetSearch()), "");
     Press(Qt::Key_Down);
-    EXPECT_EQ(GetSearch()->accessibleDescription(), "Zel Gain 3, Zel Test Plug-ins, VST3");
+    EXPECT_EQ(zelui::qt::GetAccessibleDescription(*GetSearch()), "Zel Gain 3, Zel Test Plug-ins, VST3");
     Type("no such effect");
-    EXPECT_EQ(GetSearch()->accessibleDescription(), "");
+    EXPECT_EQ(zelui::qt::GetAccessibleDescription(*GetSearch()), "");
 }
 
 TEST_F(EffectMenuTest, SaysWhenNothingMatchesAndForgetsTheSearch) {

@@ -38,9 +38,9 @@ void EmptyCatalogue(const ThrowAwayFolder& folder) {
 
 WindowStage::WindowStage() {
     EmptyCatalogue(mFolder);
-    AddToCatalogue(zelaudiofilterhost::kTechnologyVST, "vst/good/zel_gain.so");
-    AddToCatalogue(zelaudiofilterhost::kTechnologyVST, "vst/good/zel_sidechain.so");
-    AddToCatalogue(zelaudiofilterhost::kTechnologyVST, "vst/good/zel_synth.so");
+    AddToCatalogue(zelaudiofilterhost::kTechnologyVST, "vst/good/zel_gain" ZEL_MODULE);
+    AddToCatalogue(zelaudiofilterhost::kTechnologyVST, "vst/good/zel_sidechain" ZEL_MODULE);
+    AddToCatalogue(zelaudiofilterhost::kTechnologyVST, "vst/good/zel_synth" ZEL_MODULE);
     AddToCatalogue(zelaudiofilterhost::kTechnologyVST3, "vst3/good/ZelGain3.vst3");
     WriteSound(GetSound(), MakeTestSound(2, kFrames));
     WriteSound(GetSideChain(), MakeTestSound(1, kFrames));

@@ -28,7 +28,7 @@ struct Plugin {
     const char* path;
 };
 
-const Plugin kPlugins[] = {{"Vst2", kTechnologyVST, "/vst/good/zel_editor.so"},
+const Plugin kPlugins[] = {{"Vst2", kTechnologyVST, "/vst/good/zel_editor" ZEL_MODULE},
                            {"Vst3", kTechnologyVST3, "/vst3/good/ZelEditor3.vst3"}};
 
 void PrintTo(const Plugin& plugin, std::ostream* out) { *out << plugin.name; }

@@ -8,6 +8,7 @@
 #include <QTimer>
 #include <QWindow>
 #include <zelui/OS_Window.h>
+#include <zelui/SupplierInterface.h>
 #include <zelui/Theme.h>
 #include <zelui/UI_OSSubViewAdapter.h>
 
@@ -160,7 +161,8 @@ TEST_F(PluginEmbedViewWindowTest, TheThemesBrightnessAndTheWishForContrastArrive
         EXPECT_EQ(Count("theme"), 1);
         EXPECT_GT(mEditor->brightness, 0.5f);
         EXPECT_EQ(mEditor->brightness, Theme::Get().GetBrightness());
-        EXPECT_TRUE(mEditor->highContrast);
+        // Not every system takes the wish from the environment.
+        EXPECT_EQ(mEditor->highContrast, zelui::drawbot::SupplierInterface::GetDefault()->WantsHighContrast());
     }
     const Variable contrast("GTK_THEME", "Adwaita");
     Theme::Get().Choose(Theme::kDark);

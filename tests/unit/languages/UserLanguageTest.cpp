@@ -1,46 +1,21 @@
-#include <cstdlib>
 #include <filesystem>
-#include <iostream>
 #include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
-#include <QByteArray>
 #include <support/ThrowAwayFolder.h>
 #include <zelcore/Dir.h>
 #include <zelcore/Localizer.h>
 #include <zelcore/Utf.h>
 
+#include "KeptVariable.h"
 #include "UserLanguage.h"
 
 using tessaly::UserLanguage;
 using zelcore::filesupport::Dir;
+using zeltests::KeptVariable;
 
 namespace {
-
-/// An environment variable as it was, when the object goes.
-class KeptVariable {
-public:
-    explicit KeptVariable(const char* name)
-        : mName(name), mWasSet(qEnvironmentVariableIsSet(name)), mValue(qgetenv(name)) {}
-    ~KeptVariable() { mWasSet ? qputenv(mName, mValue) : qunsetenv(mName); }
-    KeptVariable(const KeptVariable&) = delete;
-    KeptVariable& operator=(const KeptVariable&) = delete;
-
-    void Set(const QByteArray& value) { qputenv(mName, value); }
-    void Unset() { qunsetenv(mName); }
-
-private:
-    const char* mName;
-    bool mWasSet;
-    QByteArray mValue;
-};
-
-[[noreturn]] void TellLanguages() {
-    const UserLanguage::Languages languages = UserLanguage::GetUsersLanguages();
-    if (!languages.empty()) std::cerr << "first language: " << zelcore::utility::UTF16to8(languages.front()) << ",\n";
-    std::exit(0);
-}
 
 /// A program's folder "bin" with a "share" beside it, in which there are dictionaries of both parts.
 class UserLanguageTest : public ::testing::Test {
@@ -164,20 +139,4 @@ TEST_F(UserLanguageTest, ProgramWithoutDictionariesHasTheDefaultTexts) {
     Dir::SetAppDir(Dir(mFolder.UPath("elsewhere/bin")));
     EXPECT_EQ(Load("", {"de"}), "");
     EXPECT_EQ(GetProgramsText(), "default");
-}
-
-// Qt looks at the environment once, so each locale needs a process of its own.
-TEST(UserLanguageDeathTest, SystemsLocaleSaysTheUsersLanguages) {
-    GTEST_FLAG_SET(death_test_style, "threadsafe");
-    KeptVariable language("LANGUAGE");
-    KeptVariable all("LC_ALL");
-    KeptVariable messages("LC_MESSAGES");
-    KeptVariable locale("LANG");
-    for (KeptVariable* const variable : {&language, &all, &messages}) variable->Unset();
-    locale.Set("de_AT.UTF-8");
-    EXPECT_EXIT(TellLanguages(), ::testing::ExitedWithCode(0), "first language: de-AT,");
-    all.Set("C.UTF-8");
-    EXPECT_EXIT(TellLanguages(), ::testing::ExitedWithCode(0), "first language: C,");
-    language.Set("fr_CA:de");
-    EXPECT_EXIT(TellLanguages(), ::testing::ExitedWithCode(0), "first language: fr-CA,");
 }

@@ -24,7 +24,7 @@ class ChainEffectTest : public testing::Test {
 protected:
     std::string CopyGain(const std::string& name) const {
         const std::string path = mFolder.Path(name);
-        std::filesystem::copy_file(TestPlugin("vst/good/zel_gain.so"), path);
+        std::filesystem::copy_file(TestPlugin("vst/good/zel_gain" ZEL_MODULE), path);
         return path;
     }
     ~ChainEffectTest() override {
@@ -68,14 +68,14 @@ TEST_F(ChainEffectTest, ANewOneIsWhatItsDescriptorSays) {
 }
 
 TEST_F(ChainEffectTest, ANewOneWhosePluginIsGoneSaysWhy) {
-    const std::string path = CopyGain("gain.so");
+    const std::string path = CopyGain("gain" ZEL_MODULE);
     const DescriptorPtr descriptor = ReadDescriptor(path);
     std::filesystem::remove(path);
     EXPECT_EQ(ErrorOf([&] { const ChainEffect effect(*descriptor); }), "Zel Gain there is no such file");
 }
 
 TEST_F(ChainEffectTest, OneOfASessionIsFoundWhereItWasAndGetsItsStateBack) {
-    const EffectRecord record = RecordOf(ReadDescriptor(CopyGain("gain.so")));
+    const EffectRecord record = RecordOf(ReadDescriptor(CopyGain("gain" ZEL_MODULE)));
     const ChainEffect effect(record);
     ASSERT_FALSE(effect.IsMissing());
     EXPECT_EQ(Text(effect.GetTrouble()), "");
@@ -86,9 +86,9 @@ TEST_F(ChainEffectTest, OneOfASessionIsFoundWhereItWasAndGetsItsStateBack) {
 }
 
 TEST_F(ChainEffectTest, TheCatalogueKnowsBetterWhereAPluginIs) {
-    const std::string before = CopyGain("before.so");
+    const std::string before = CopyGain("before" ZEL_MODULE);
     const EffectRecord record = RecordOf(ReadDescriptor(before));
-    const DescriptorPtr moved = ReadDescriptor(CopyGain("after.so"));
+    const DescriptorPtr moved = ReadDescriptor(CopyGain("after" ZEL_MODULE));
     AudioFilterDescriptorManager::GetInstance().AddDescriptor(moved);
     const ChainEffect effect(record);
     EXPECT_EQ(effect.MakeRecord().locator, moved->GetLocator());
@@ -96,20 +96,20 @@ TEST_F(ChainEffectTest, TheCatalogueKnowsBetterWhereAPluginIs) {
 }
 
 TEST_F(ChainEffectTest, WhereTheCatalogueIsOutOfDateItIsFoundWhereItWas) {
-    const EffectRecord record = RecordOf(ReadDescriptor(CopyGain("here.so")));
-    const std::string gone = CopyGain("gone.so");
+    const EffectRecord record = RecordOf(ReadDescriptor(CopyGain("here" ZEL_MODULE)));
+    const std::string gone = CopyGain("gone" ZEL_MODULE);
     AudioFilterDescriptorManager::GetInstance().AddDescriptor(ReadDescriptor(gone));
     std::filesystem::remove(gone);
     EXPECT_EQ(ChainEffect(record).MakeRecord(), record);
 }
 
 TEST_F(ChainEffectTest, AMissingOneKeepsAllThatIsKnownOfItUntilItIsThereAgain) {
-    const std::string path = CopyGain("gain.so");
+    const std::string path = CopyGain("gain" ZEL_MODULE);
     EffectRecord record = RecordOf(ReadDescriptor(path));
     record.isBypassed = true;
     record.inputMap = {{0, 1}, {1, 0}};
     record.windows[kGenericEditor] = {1, 2, 3, 4};
-    std::filesystem::rename(path, mFolder.Path("elsewhere.so"));
+    std::filesystem::rename(path, mFolder.Path("elsewhere" ZEL_MODULE));
     ChainEffect missing(record);
     EXPECT_TRUE(missing.IsMissing());
     EXPECT_EQ(Text(missing.GetTrouble()), "The plug-in Zel Gain cannot be loaded: there is no such file.");
@@ -118,7 +118,7 @@ TEST_F(ChainEffectTest, AMissingOneKeepsAllThatIsKnownOfItUntilItIsThereAgain) {
     EXPECT_EQ(missing.MakeRecord(), record);
     const ChainEffect again(missing.MakeRecord());
     EXPECT_EQ(again.MakeRecord(), record);
-    std::filesystem::rename(mFolder.Path("elsewhere.so"), path);
+    std::filesystem::rename(mFolder.Path("elsewhere" ZEL_MODULE), path);
     const ChainEffect back(again.MakeRecord());
     ASSERT_FALSE(back.IsMissing());
     EXPECT_EQ(back.GetFilter()->GetParameterValue(0), 0.25f);
@@ -139,7 +139,7 @@ TEST_F(ChainEffectTest, AMissingOneCanBeBypassedAndItsWindowsMoved) {
 }
 
 TEST_F(ChainEffectTest, ABannedPluginIsNotLoaded) {
-    const std::string path = CopyGain("gain.so");
+    const std::string path = CopyGain("gain" ZEL_MODULE);
     const EffectRecord record = RecordOf(ReadDescriptor(path));
     BannedPluginManager::GetInstance().AddBannedPlugin(record.locator);
     const ChainEffect notKnown(record);
@@ -154,12 +154,13 @@ TEST_F(ChainEffectTest, ABannedPluginIsNotLoaded) {
 
 TEST_F(ChainEffectTest, ASessionIsNoReasonToLoadAFileFromOutsideThePluginFolders) {
     const ThrowAwayFolder elsewhere;
-    const std::string path = elsewhere.Path("gain.so");
-    std::filesystem::copy_file(TestPlugin("vst/good/zel_gain.so"), path);
-    std::filesystem::create_symlink(path, mFolder.Path("link.so"));
-    const std::string roundabout = mFolder.GetPath() + "/../" + path.substr(path.find('/', 1) + 1);
+    const std::string path = elsewhere.Path("gain" ZEL_MODULE);
+    std::filesystem::copy_file(TestPlugin("vst/good/zel_gain" ZEL_MODULE), path);
+    const std::string roundabout = mFolder.GetPath() + "/../" +
+                                   std::filesystem::path(elsewhere.GetPath()).filename().string() + "/gain" ZEL_MODULE;
+    ASSERT_TRUE(std::filesystem::exists(roundabout));
     EffectRecord record = RecordOf(ReadDescriptor(path));
-    for (const std::string& named : {path, mFolder.Path("link.so"), roundabout, mFolder.GetPath() + "x/gain.so"}) {
+    for (const std::string& named : {path, roundabout, mFolder.GetPath() + "x/gain" ZEL_MODULE}) {
         record.locator = PluginLocator(kTechnologyVST, UText(named));
         const ChainEffect effect(record);
         EXPECT_EQ(Text(effect.GetTrouble()),
@@ -174,10 +175,10 @@ TEST_F(ChainEffectTest, ASessionIsNoReasonToLoadAFileFromOutsideThePluginFolders
 }
 
 TEST_F(ChainEffectTest, AnotherPluginInItsPlaceIsNotTaken) {
-    const std::string path = CopyGain("gain.so");
+    const std::string path = CopyGain("gain" ZEL_MODULE);
     const EffectRecord record = RecordOf(ReadDescriptor(path));
     std::filesystem::remove(path);
-    std::filesystem::copy_file(TestPlugin("vst/good/zel_plain.so"), path);
+    std::filesystem::copy_file(TestPlugin("vst/good/zel_plain" ZEL_MODULE), path);
     const ChainEffect effect(record);
     EXPECT_THAT(Text(effect.GetTrouble()), HasSubstr("does not contain this component any more"));
     EXPECT_EQ(effect.MakeRecord(), record);
@@ -194,7 +195,7 @@ TEST_F(ChainEffectTest, ThePluginOfASessionMustBeOne) {
 
 TEST_F(ChainEffectTest, OneOfAShellIsFoundAgain) {
     for (std::size_t component = 0; component < 2; ++component) {
-        const DescriptorPtr descriptor = ReadDescriptor(TestPlugin("vst/good/zel_shell.so"), component);
+        const DescriptorPtr descriptor = ReadDescriptor(TestPlugin("vst/good/zel_shell" ZEL_MODULE), component);
         const EffectRecord record = ChainEffect(*descriptor).MakeRecord();
         EXPECT_EQ(ChainEffect(record).MakeRecord(), record);
         AudioFilterDescriptorManager::GetInstance().RemoveDescriptor(record.componentId);
@@ -202,7 +203,7 @@ TEST_F(ChainEffectTest, OneOfAShellIsFoundAgain) {
 }
 
 TEST_F(ChainEffectTest, MoreThanParametersComesBack) {
-    for (const char* const name : {"vst/good/zel_chunk.so", "vst3/good/ZelState3.vst3"}) {
+    for (const char* const name : {"vst/good/zel_chunk" ZEL_MODULE, "vst3/good/ZelState3.vst3"}) {
         const ChainEffect first(*ReadDescriptor(TestPlugin(name)));
         for (const float value : {0.1f, 0.75f}) {
             first.GetFilter()->SetParameterValue(0, value);
@@ -229,7 +230,7 @@ TEST_F(ChainEffectTest, OneThatDoesNotTakeItsStateBackSaysSoAndKeepsItUntilItCha
 }
 
 TEST_F(ChainEffectTest, OneThatFailsToGiveItsStateHasTheLastOneThatIsKnown) {
-    const ChainEffect effect(*ReadDescriptor(TestPlugin("vst/good/zel_chunk_throws.so")));
+    const ChainEffect effect(*ReadDescriptor(TestPlugin("vst/good/zel_chunk_throws" ZEL_MODULE)));
     const AudioFilter::State before = effect.MakeRecord().state;
     EXPECT_FALSE(before.empty());
     effect.GetFilter()->SetParameterValue(0, 1.0f);

@@ -40,8 +40,8 @@ EffectRecord MakeEffect() {
 
 SessionRecord MakeSession() {
     SessionRecord session;
-    session.soundPath = "/nowhere/s\xC3\xB6und.wav";
-    session.sideChainPath = "/nowhere/else/side.wav";
+    session.soundPath = FullName("/nowhere/s\xC3\xB6und.wav");
+    session.sideChainPath = FullName("/nowhere/else/side.wav");
     session.isLooping = true;
     session.effects = {MakeEffect(), EffectRecord(), MakeEffect()};
     session.effects[1].componentId = UText("VST3-00");
@@ -128,8 +128,8 @@ TEST_F(SessionFileTest, SoundsAreFoundWhereTheFolderHasMoved) {
     SessionFile::Save(mFolder.Path("one/song.tessaly"), session);
     std::filesystem::rename(mFolder.Path("one"), mFolder.Path("two"));
     const SessionRecord loaded = SessionFile::Load(mFolder.Path("two/song.tessaly"));
-    EXPECT_EQ(loaded.soundPath, mFolder.Path("two/sounds/a.wav"));
-    EXPECT_EQ(loaded.sideChainPath, mFolder.Path("one/missing.wav")) << "is in neither place: where it was";
+    EXPECT_EQ(loaded.soundPath, FullName(mFolder.Path("two/sounds/a.wav")));
+    EXPECT_EQ(loaded.sideChainPath, FullName(mFolder.Path("one/missing.wav"))) << "is in neither place: where it was";
 }
 
 TEST_F(SessionFileTest, TheSoundBesideTheSessionWinsOverTheOneThatWasMeant) {
@@ -139,7 +139,7 @@ TEST_F(SessionFileTest, TheSoundBesideTheSessionWinsOverTheOneThatWasMeant) {
     session.soundPath = mFolder.Path("one/a.wav");
     SessionFile::Save(mFolder.Path("one/song.tessaly"), session);
     std::filesystem::copy(mFolder.Path("one"), mFolder.Path("two"));
-    EXPECT_EQ(SessionFile::Load(mFolder.Path("two/song.tessaly")).soundPath, mFolder.Path("two/a.wav"));
+    EXPECT_EQ(SessionFile::Load(mFolder.Path("two/song.tessaly")).soundPath, FullName(mFolder.Path("two/a.wav")));
 }
 
 TEST_F(SessionFileTest, ASoundInAnotherFolderIsFoundWhenOnlyTheSessionMoves) {
@@ -148,25 +148,26 @@ TEST_F(SessionFileTest, ASoundInAnotherFolderIsFoundWhenOnlyTheSessionMoves) {
     SessionRecord session;
     session.soundPath = mFolder.Path("a.wav");
     SessionFile::Save(mFolder.Path("one/deep/song.tessaly"), session);
-    EXPECT_EQ(SessionFile::Load(mFolder.Path("one/deep/song.tessaly")).soundPath, mFolder.Path("a.wav"));
+    EXPECT_EQ(SessionFile::Load(mFolder.Path("one/deep/song.tessaly")).soundPath, FullName(mFolder.Path("a.wav")));
     std::filesystem::rename(mFolder.Path("one/deep/song.tessaly"), mPath);
-    EXPECT_EQ(SessionFile::Load(mPath).soundPath, mFolder.Path("a.wav"));
+    EXPECT_EQ(SessionFile::Load(mPath).soundPath, FullName(mFolder.Path("a.wav")));
 }
 
 TEST_F(SessionFileTest, AFolderIsNoSound) {
     std::filesystem::create_directories(mFolder.Path("folder"));
     SessionFile::Save(mPath, SessionRecord());
     QJsonObject sound{{QStringLiteral("relative"), QStringLiteral("folder")},
-                      {QStringLiteral("path"), QStringLiteral("/nowhere/a.wav")}};
+                      {QStringLiteral("path"), QString::fromStdString(FullName("/nowhere/a.wav"))}};
     EXPECT_EQ(LoadTopWith("sound", sound), "nothing");
-    EXPECT_EQ(SessionFile::Load(mPath).soundPath, "/nowhere/a.wav");
+    EXPECT_EQ(SessionFile::Load(mPath).soundPath, FullName("/nowhere/a.wav"));
 }
 
 // Files that are none
 
 TEST_F(SessionFileTest, AFileThatIsNotThereOrNoneIsToldOf) {
-    EXPECT_EQ(ErrorOf([this] { SessionFile::Load(mPath); }), "There is no file " + mPath + ".");
-    EXPECT_EQ(ErrorOf([this] { SessionFile::Load(mFolder.GetPath()); }), "There is no file " + mFolder.GetPath() + ".");
+    EXPECT_EQ(ErrorOf([this] { SessionFile::Load(mPath); }), "There is no file " + FullName(mPath) + ".");
+    EXPECT_EQ(ErrorOf([this] { SessionFile::Load(mFolder.GetPath()); }),
+              "There is no file " + FullName(mFolder.GetPath()) + ".");
 }
 
 TEST_F(SessionFileTest, AnythingElseIsNoSession) {
@@ -207,12 +208,6 @@ TEST_F(SessionFileTest, DeepNestingIsNoSession) {
     EXPECT_EQ(Load(start + std::string(1'000'000, '[')), kNoSession);
     EXPECT_EQ(Load(start + std::string(100'000, '[') + std::string(100'000, ']') + "}"), kNoSession);
     EXPECT_EQ(Load(start + "[[[]]]}"), "nothing");
-}
-
-TEST_F(SessionFileTest, AFileThatIsTooLargeIsNotRead) {
-    SessionFile::Save(mPath, MakeSession());
-    std::filesystem::resize_file(mPath, std::uintmax_t(600) << 20);
-    EXPECT_THAT(ErrorOf([this] { SessionFile::Load(mPath); }), HasSubstr("too large"));
 }
 
 TEST_F(SessionFileTest, ALaterVersionIsRefusedInPlainWords) {
@@ -320,13 +315,4 @@ TEST_F(SessionFileTest, SavingWhereThereIsNoFolderSaysWhy) {
                 HasSubstr("missing"));
     EXPECT_THAT(ErrorOf([&] { SessionFile::Save(mFolder.GetPath(), MakeSession()); }), Not(IsEmpty()));
     EXPECT_THAT(List(), IsEmpty());
-}
-
-TEST_F(SessionFileTest, ALinkStaysALink) {
-    std::filesystem::create_directory(mFolder.Path("real"));
-    WriteFile(mFolder.Path("real/song.tessaly"), "old");
-    std::filesystem::create_symlink("real/song.tessaly", mPath);
-    SessionFile::Save(mPath, MakeSession());
-    EXPECT_TRUE(std::filesystem::is_symlink(mPath));
-    EXPECT_EQ(SessionFile::Load(mFolder.Path("real/song.tessaly")).effects, MakeSession().effects);
 }

@@ -127,3 +127,23 @@ TEST(SessionFilePosixTest, APipeIsNoFile) {
     EXPECT_NE(ErrorOf([&] { SessionFile::Save(path, SessionRecord()); }), "nothing");
     EXPECT_TRUE(std::filesystem::is_fifo(path));
 }
+
+TEST(SessionFilePosixTest, ALinkStaysALink) {
+    const ThrowAwayFolder folder;
+    const std::string path = folder.Path("song.tessaly");
+    const SessionRecord session = MakeSession(100, 1);
+    std::filesystem::create_directory(folder.Path("real"));
+    WriteFile(folder.Path("real/song.tessaly"), "old");
+    std::filesystem::create_symlink("real/song.tessaly", path);
+    SessionFile::Save(path, session);
+    EXPECT_TRUE(std::filesystem::is_symlink(path));
+    EXPECT_EQ(SessionFile::Load(folder.Path("real/song.tessaly")), session);
+}
+
+TEST(SessionFilePosixTest, AFileThatIsTooLargeIsNotRead) {
+    const ThrowAwayFolder folder;
+    const std::string path = folder.Path("song.tessaly");
+    SessionFile::Save(path, MakeSession(100, 1));
+    std::filesystem::resize_file(path, std::uintmax_t(600) << 20);
+    EXPECT_NE(ErrorOf([&] { SessionFile::Load(path); }).find("too large"), std::string::npos);
+}

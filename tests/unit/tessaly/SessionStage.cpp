@@ -18,7 +18,7 @@ DescriptorPtr ReadDescriptor(const std::string& path, std::size_t component) {
     return AudioFilterDescriptor::ReadModule(PluginLocator(technology, UText(path))).at(component);
 }
 
-DescriptorPtr GainDescriptor() { return ReadDescriptor(TestPlugin("vst/good/zel_gain.so")); }
+DescriptorPtr GainDescriptor() { return ReadDescriptor(TestPlugin("vst/good/zel_gain" ZEL_MODULE)); }
 
 SearchFolders::SearchFolders(const std::vector<std::string>& folders) {
     std::vector<zelcore::ustring> texts;

@@ -13,7 +13,7 @@ namespace zeltests {
 
 typedef boost::intrusive_ptr<zelaudiofilterhost::AudioFilterDescriptor> DescriptorPtr;
 
-/// Full path of a test plug-in: TestPlugin("vst/good/zel_gain.so").
+/// Full path of a test plug-in: TestPlugin("vst/good/zel_gain" ZEL_MODULE).
 std::string TestPlugin(const std::string& name);
 /// The only component, or that of the position, of a plug-in at a full path.
 DescriptorPtr ReadDescriptor(const std::string& path, std::size_t component = 0);

@@ -8,6 +8,7 @@
 #include <zelaudiofilterhost/AudioFilterDescriptorManager.h>
 
 #include "SessionStage.h"
+#include "support/InstalledPlugins.h"
 #include "support/PluginLeaks.h"
 
 using namespace tessaly;
@@ -31,7 +32,8 @@ protected:
     }
     ~SessionTest() override {
         AudioFilterDescriptorManager& manager = AudioFilterDescriptorManager::GetInstance();
-        for (const char* const name : {"vst/good/zel_gain.so", "vst/good/zel_plain.so", "vst/good/zel_chunk.so"})
+        for (const char* const name :
+             {"vst/good/zel_gain" ZEL_MODULE, "vst/good/zel_plain" ZEL_MODULE, "vst/good/zel_chunk" ZEL_MODULE})
             manager.RemoveDescriptor(ReadDescriptor(TestPlugin(name))->GetComponent().componentId);
     }
 
@@ -40,7 +42,7 @@ protected:
         return mFolder.Path(name);
     }
     void Insert(const std::string& plugin, std::size_t index = kEnd) {
-        mSession.Insert(index, *ReadDescriptor(TestPlugin("vst/good/" + plugin + ".so")));
+        mSession.Insert(index, *ReadDescriptor(TestPlugin("vst/good/" + plugin + ZEL_MODULE)));
     }
     /// Three effects in a stereo track.
     void Fill() {
@@ -135,7 +137,7 @@ TEST_F(SessionTest, ASideChainThatDoesNotFitChangesNothing) {
     EXPECT_THAT(ErrorOf([&] { mSession.SetSideChain(MakeSound("slow.wav", 1, 44100)); }),
                 HasSubstr("has a sample rate of 44100 Hz, the track 48000 Hz"));
     EXPECT_THROW(mSession.SetSideChain(mFolder.Path("missing.wav")), AudioFileError);
-    EXPECT_EQ(mSession.GetSideChainPath(), mFolder.Path("side.wav"));
+    EXPECT_EQ(mSession.GetSideChainPath(), FullName(mFolder.Path("side.wav")));
     EXPECT_EQ(Heard(), "");
 }
 
@@ -143,7 +145,7 @@ TEST_F(SessionTest, AnotherSoundKeepsASideChainOfItsRateAndLetsGoOfAnother) {
     Fill();
     mSession.SetSideChain(MakeSound("side.wav", 1));
     mSession.SetSound(MakeSound("mono.wav", 1));
-    EXPECT_EQ(mSession.GetSideChainPath(), mFolder.Path("side.wav"));
+    EXPECT_EQ(mSession.GetSideChainPath(), FullName(mFolder.Path("side.wav")));
     EXPECT_THAT(mSession.GetSideChainBus().GetLayout(), SizeIs(1));
     mSession.SetSound(MakeSound("slow.wav", 2, 44100));
     EXPECT_EQ(mSession.GetSideChainPath(), "");
@@ -162,8 +164,8 @@ TEST_F(SessionTest, PathsAreMadeFull) {
     mSession.SetSound("./stereo.wav");
     mSession.Save("song.tessaly");
     std::filesystem::current_path(before);
-    EXPECT_EQ(mSession.GetSoundPath(), sound);
-    EXPECT_EQ(mSession.GetPath(), mPath);
+    EXPECT_EQ(mSession.GetSoundPath(), FullName(sound));
+    EXPECT_EQ(mSession.GetPath(), FullName(mPath));
 }
 
 // The chain
@@ -324,7 +326,7 @@ TEST_F(SessionTest, WhatIsSavedComesBack) {
 
     Session other;
     EXPECT_THAT(other.Load(mPath), IsEmpty());
-    EXPECT_EQ(other.GetPath(), mPath);
+    EXPECT_EQ(other.GetPath(), FullName(mPath));
     EXPECT_FALSE(other.IsModified());
     EXPECT_EQ(other.GetSoundPath(), mSession.GetSoundPath());
     EXPECT_EQ(other.GetSideChainBus(), mSession.GetSideChainBus());
@@ -425,7 +427,7 @@ TEST_F(SessionTest, LoadingTellsInOrderAndForgetsWhatCouldBeUndone) {
     Heard();
     bool sawAll = false;
     const boost::signals::scoped_connection connection(mSession.GetFormatChangedSignal().connect([&] {
-        sawAll = Names().size() == 3 && !mSession.IsModified() && mSession.GetPath() == mPath &&
+        sawAll = Names().size() == 3 && !mSession.IsModified() && mSession.GetPath() == FullName(mPath) &&
                  mSession.GetSampleRate() == 48000;
     }));
     mSession.Load(mPath);
@@ -454,7 +456,7 @@ TEST_F(SessionTest, ALoadThatFailsChangesNothing) {
     for (const std::string& path : {mPath, mFolder.Path("missing.tessaly"), mFolder.GetPath()})
         EXPECT_NE(ErrorOf([&] { mSession.Load(path); }), "nothing") << path;
     EXPECT_EQ(mSession.GetEffects(), effects);
-    EXPECT_EQ(mSession.GetPath(), mFolder.Path("other.tessaly"));
+    EXPECT_EQ(mSession.GetPath(), FullName(mFolder.Path("other.tessaly")));
     EXPECT_TRUE(mSession.IsLooping());
     EXPECT_TRUE(mSession.GetUndoStack().canUndo());
     EXPECT_EQ(Heard(), "");
@@ -467,10 +469,10 @@ TEST_F(SessionTest, LostSoundsStayNamedAndAreToldOf) {
     mSession.Save(mPath);
     const std::string whole = ReadFile(mPath);
     std::filesystem::rename(mFolder.Path("stereo.wav"), mFolder.Path("hidden.wav"));
-    EXPECT_THAT(mSession.Load(mPath),
-                ElementsAre(UText("The sound cannot be opened: '" + mFolder.Path("stereo.wav") + "' is not there.")));
-    EXPECT_EQ(mSession.GetSoundPath(), mFolder.Path("stereo.wav"));
-    EXPECT_EQ(mSession.GetSideChainPath(), mFolder.Path("side.wav"));
+    EXPECT_THAT(mSession.Load(mPath), ElementsAre(UText("The sound cannot be opened: '" +
+                                                        FullName(mFolder.Path("stereo.wav")) + "' is not there.")));
+    EXPECT_EQ(mSession.GetSoundPath(), FullName(mFolder.Path("stereo.wav")));
+    EXPECT_EQ(mSession.GetSideChainPath(), FullName(mFolder.Path("side.wav")));
     EXPECT_EQ(mSession.GetSampleRate(), 0);
     EXPECT_FALSE(mSession.IsModified());
     mSession.Save(mPath);
@@ -478,8 +480,8 @@ TEST_F(SessionTest, LostSoundsStayNamedAndAreToldOf) {
     std::filesystem::rename(mFolder.Path("hidden.wav"), mFolder.Path("stereo.wav"));
     std::filesystem::remove(mFolder.Path("side.wav"));
     EXPECT_THAT(mSession.Load(mPath), ElementsAre(UText("The side-chain cannot be opened: '" +
-                                                        mFolder.Path("side.wav") + "' is not there.")));
-    EXPECT_EQ(mSession.GetSideChainPath(), mFolder.Path("side.wav"));
+                                                        FullName(mFolder.Path("side.wav")) + "' is not there.")));
+    EXPECT_EQ(mSession.GetSideChainPath(), FullName(mFolder.Path("side.wav")));
     EXPECT_THAT(mSession.GetSideChainBus().GetLayout(), IsEmpty());
     EXPECT_THAT(mSession.GetLayout(), SizeIs(2));
     MakeSound("side.wav", 1, 44100);
@@ -487,8 +489,8 @@ TEST_F(SessionTest, LostSoundsStayNamedAndAreToldOf) {
 }
 
 TEST_F(SessionTest, AMissingPluginStaysInTheSessionAndComesBackWithItsState) {
-    const std::string plugin = mFolder.Path("gain.so");
-    std::filesystem::copy_file(TestPlugin("vst/good/zel_gain.so"), plugin);
+    const std::string plugin = mFolder.Path("gain" ZEL_MODULE);
+    std::filesystem::copy_file(TestPlugin("vst/good/zel_gain" ZEL_MODULE), plugin);
     mSession.SetSound(MakeSound("stereo.wav", 2));
     mSession.Insert(0, *ReadDescriptor(plugin));
     Insert("zel_plain");
@@ -541,7 +543,7 @@ TEST_F(SessionTest, PluginsOfTheSystemComeBackWithTheirStates) {
     mSession.SetSound(MakeSound("stereo.wav", 2));
     for (const char* const path : {"/usr/lib/vst/ZamCompX2-vst.so", "/usr/lib/vst3/ZamCompX2.vst3",
                                    "/usr/lib/vst/lsp-plugins/compressor-stereo.so"}) {
-        if (!std::filesystem::exists(path)) continue;
+        if (!IsInstalled(path)) continue;
         mSession.Insert(kEnd, *ReadDescriptor(path));
         FilterAt(count).SetParameterValue(3, 1.0f);
         ++count;

@@ -42,8 +42,8 @@ constexpr char kGone[] = "does not contain this component any more";
 TEST(AudioFilterDescriptorTest, ReadModuleGivesWhatTheModuleSaysOfItself) {
     const std::vector<Descriptor> gain = ReadVst("good/zel_gain");
     ASSERT_EQ(gain.size(), 1u);
-    EXPECT_EQ(gain[0]->GetComponent(), DescribeVst(TestPlugin("vst/good/zel_gain.so")).components.front());
-    EXPECT_EQ(gain[0]->GetLocator(), PluginLocator(kTechnologyVST, U(TestPlugin("vst/good/zel_gain.so"))));
+    EXPECT_EQ(gain[0]->GetComponent(), DescribeVst(TestPlugin("vst/good/zel_gain" ZEL_MODULE)).components.front());
+    EXPECT_EQ(gain[0]->GetLocator(), PluginLocator(kTechnologyVST, U(TestPlugin("vst/good/zel_gain" ZEL_MODULE))));
 }
 
 TEST(AudioFilterDescriptorTest, ReadModuleNamesEachComponentOfAShellInItsLocator) {
@@ -92,9 +92,9 @@ TEST(AudioFilterDescriptorTest, AFileOfTheOtherFormatOrNoneIsRefused) {
     const auto create = [&component](const std::string& path) {
         return ReasonOfCreate(new AudioFilterDescriptor(PluginLocator(kTechnologyVST, U(path)), component));
     };
-    EXPECT_EQ(create(TestPlugin("vst3/good/ZelGain3.vst3/Contents/x86_64-linux/ZelGain3.so")),
+    EXPECT_EQ(create(TestPlugin("vst3/good/ZelGain3.vst3/Contents/" ZEL_BUNDLE_FOLDER "/ZelGain3" ZEL_BUNDLE_MODULE)),
               "has no VST entry point");
-    EXPECT_EQ(create("/nowhere/x.so"), "there is no such file");
+    EXPECT_EQ(create("/nowhere/x" ZEL_MODULE), "there is no such file");
     EXPECT_EQ(create(""), "there is no such file");
 }
 
@@ -132,7 +132,7 @@ TEST(AudioFilterDescriptorTest, TheOnlyComponentOfAShellIsMadeByItsListedId) {
 
 TEST(AudioFilterDescriptorTest, AnExceptionWhileItIsMadeBecomesTheReason) {
     const Descriptor gain = ReadVst("good/zel_gain")[0];
-    const PluginLocator locator(kTechnologyVST, U(TestPlugin("vst/bad/throws_when_opened.so")));
+    const PluginLocator locator(kTechnologyVST, U(TestPlugin("vst/bad/throws_when_opened" ZEL_MODULE)));
     EXPECT_EQ(ReasonOfCreate(new AudioFilterDescriptor(locator, gain->GetComponent())),
               "threw an exception when it was opened: no licence?? found");
 }

@@ -10,6 +10,7 @@
 #include <zelcore/Utf.h>
 
 #include "DescribeForTest.h"
+#include "support/InstalledPlugins.h"
 #include "support/PluginLeaks.h"
 #include "support/WaitFor.h"
 #include "Vst3FilterForTest.h"
@@ -405,7 +406,7 @@ class InstalledPluginStateTest : public testing::TestWithParam<Installed> {};
 }  // namespace
 
 TEST_P(InstalledPluginStateTest, AChangedParameterComesBackInANewInstanceAndSoundsTheSame) {
-    if (!std::filesystem::exists(GetParam().path)) GTEST_SKIP() << GetParam().path << " is not installed";
+    if (!FindInstalledPlugins().contains(GetParam().path)) GTEST_SKIP() << GetParam().path << " is not installed";
     const IgnorePluginLeaks ignored;
     const auto descriptor = AudioFilterDescriptor::ReadModule(
         PluginLocator(GetParam().technology, zelcore::utility::UTF8to16(std::string(GetParam().path))))[0];

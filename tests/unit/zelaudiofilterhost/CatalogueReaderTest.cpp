@@ -1,5 +1,3 @@
-#include <sys/stat.h>
-
 #include <filesystem>
 #include <random>
 #include <set>
@@ -265,11 +263,6 @@ TEST_F(CatalogueReaderTest, AFileAboveTheLimitIsKeptAsideUnread) {
     std::filesystem::resize_file(mFolder.Path(kName), (std::uintmax_t(256) << 20) + 1);
     EXPECT_EQ(Load(), PluginModuleInfoManager::kKeptAside);
     EXPECT_EQ(NamesInFolder(), std::vector<std::string>{std::string(kName) + ".unreadable"});
-}
-
-TEST_F(CatalogueReaderTest, APipeOfThatNameDoesNotHang) {
-    ASSERT_EQ(::mkfifo(mFolder.Path(kName).c_str(), 0600), 0);
-    EXPECT_EQ(Load(), PluginModuleInfoManager::kMissing);
 }
 
 TEST_F(CatalogueReaderTest, ElementsOfUnknownNamesAndWindowsLineEndsAreHarmless) {

@@ -7,6 +7,8 @@
 
 #include <zelaudiofilterhost/BannedPluginManager.h>
 
+#include "support/Environment.h"
+
 namespace zeltests {
 
 using namespace zelaudiofilterhost;
@@ -93,20 +95,10 @@ ScopedVariable::ScopedVariable(const char* name, const char* value) : mName(name
     const char* const old = std::getenv(name);
     mWasSet = old != nullptr;
     if (mWasSet) mOld = old;
-    if (value != nullptr) {
-        ::setenv(name, value, 1);
-    } else {
-        ::unsetenv(name);
-    }
+    SetVariable(name, value);
 }
 
-ScopedVariable::~ScopedVariable() {
-    if (mWasSet) {
-        ::setenv(mName.c_str(), mOld.c_str(), 1);
-    } else {
-        ::unsetenv(mName.c_str());
-    }
-}
+ScopedVariable::~ScopedVariable() { SetVariable(mName, mWasSet ? mOld.c_str() : nullptr); }
 
 CatalogueTest::CatalogueTest() {
     Forget();

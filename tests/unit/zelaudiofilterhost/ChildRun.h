@@ -1,32 +1,37 @@
 #pragma once
 
-#include <functional>
+#include <cstdint>
 #include <string>
 
 namespace zeltests {
 
-/// Runs something in a forked child, for code that may not come back. The child ends without destructors or exit
-/// handlers; its chatter is dropped.
+/// Describes a test plug-in in a process of its own, for plug-ins that do not let it come back. The child ends without
+/// destructors or exit handlers; its chatter is dropped.
 class ChildRun {
 public:
-    /// `body` returns the child's exit code, 0 to 100.
-    explicit ChildRun(const std::function<int()>& body);
+    /// The child's exit code when the plug-in was described, and when it was not.
+    static constexpr int kDescribed = 42;
+    static constexpr int kRefused = 43;
+
+    /// `plugin` is a name as TestPlugin takes it.
+    explicit ChildRun(const std::string& plugin);
     /// Kills the child if it still runs.
     ~ChildRun();
     ChildRun(const ChildRun&) = delete;
     ChildRun& operator=(const ChildRun&) = delete;
 
-    /// "code <n>", "signal <n>" or "runs".
+    /// "code <n>", "crashed" (it touched what is not there, or gave itself up), or "runs".
     std::string GetState();
     /// Waits until it has ended and returns the state; "runs" when it does not within the usual limit.
     std::string WaitForEnd();
     /// Memory that the child has in use, in bytes; 0 when it has ended.
     std::size_t GetResidentSize() const;
-    /// True while the child sleeps in the system.
+    /// True while the child has the plug-in loaded and sleeps.
     bool IsAsleep() const;
 
 private:
-    int mProcess;
+    const std::string mPlugin;
+    std::intptr_t mProcess;
     std::string mState;
 };
 

@@ -7,37 +7,41 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "support/WaitFor.h"
+#include "DescribeForTest.h"
 
 namespace zeltests {
 
-ChildRun::ChildRun(const std::function<int()>& body) : mProcess(-1), mState("runs") {
+namespace {
+
+pid_t ToPid(std::intptr_t process) { return static_cast<pid_t>(process); }
+
+}  // namespace
+
+ChildRun::ChildRun(const std::string& plugin) : mPlugin(plugin), mProcess(-1), mState("runs") {
     std::fflush(nullptr);
     mProcess = fork();
     if (mProcess != 0) return;
     const int nowhere = open("/dev/null", O_WRONLY);
     dup2(nowhere, STDOUT_FILENO);
     dup2(nowhere, STDERR_FILENO);
-    _exit(body());
+    _exit(IsDescribed(mPlugin) ? kDescribed : kRefused);
 }
 
 ChildRun::~ChildRun() {
     if (GetState() != "runs") return;
-    kill(mProcess, SIGKILL);
-    waitpid(mProcess, nullptr, 0);
+    kill(ToPid(mProcess), SIGKILL);
+    waitpid(ToPid(mProcess), nullptr, 0);
 }
 
 std::string ChildRun::GetState() {
     int status = 0;
-    if (mState != "runs" || waitpid(mProcess, &status, WNOHANG) != mProcess) return mState;
+    if (mState != "runs" || waitpid(ToPid(mProcess), &status, WNOHANG) != mProcess) return mState;
     if (WIFEXITED(status)) mState = "code " + std::to_string(WEXITSTATUS(status));
-    if (WIFSIGNALED(status)) mState = "signal " + std::to_string(WTERMSIG(status));
+    if (WIFSIGNALED(status)) {
+        const int number = WTERMSIG(status);
+        mState = number == SIGSEGV || number == SIGABRT ? "crashed" : "signal " + std::to_string(number);
+    }
     return mState;
-}
-
-std::string ChildRun::WaitForEnd() {
-    WaitFor([this] { return GetState() != "runs"; });
-    return GetState();
 }
 
 std::size_t ChildRun::GetResidentSize() const {

@@ -38,6 +38,11 @@ std::string ReasonOfVst(const std::string& path) { return ReasonOf(kTechnologyVS
 
 std::string ReasonOfVst3(const std::string& path) { return ReasonOf(kTechnologyVST3, path); }
 
+bool IsDescribed(const std::string& name) {
+    const bool isVst3 = name.starts_with("vst3/");
+    return (isVst3 ? ReasonOfVst3(TestPlugin(name)) : ReasonOfVst(TestPlugin(name))) == "described";
+}
+
 std::string Text(const zelcore::ustring& text) {
     const zelcore::utf8string bytes = zelcore::utility::UTF16to8(text);
     return std::string(bytes.begin(), bytes.end());

@@ -261,7 +261,7 @@ class CollectPotentialPluginsTest : public PluginModuleInfoManagerTest {
 protected:
     CollectPotentialPluginsTest() {
         std::filesystem::create_directories(mFolder.Path("plugins/inner"));
-        for (const char* name : {"plugins/a.so", "plugins/b.so", "plugins/inner/c.so"})
+        for (const char* name : {"plugins/a" ZEL_MODULE, "plugins/b" ZEL_MODULE, "plugins/inner/c" ZEL_MODULE})
             WriteFile(mFolder.Path(name), "x");
         std::filesystem::create_directories(mFolder.Path("plugins/D.vst3/Contents"));
         for (const TechnologyType type : {kTechnologyVST, kTechnologyVST3}) {
@@ -290,55 +290,55 @@ protected:
 };
 
 TEST_F(CollectPotentialPluginsTest, EachCandidateOfAllFoldersIsCollectedOnce) {
-    EXPECT_EQ(Collect(false), (Strings{"a.so", "b.so", "inner/c.so", "D.vst3"}));
-    EXPECT_EQ(Collect(true), (Strings{"a.so", "b.so", "inner/c.so", "D.vst3"}));
+    EXPECT_EQ(Collect(false), (Strings{"a" ZEL_MODULE, "b" ZEL_MODULE, "inner/c" ZEL_MODULE, "D.vst3"}));
+    EXPECT_EQ(Collect(true), (Strings{"a" ZEL_MODULE, "b" ZEL_MODULE, "inner/c" ZEL_MODULE, "D.vst3"}));
     EXPECT_TRUE(mRemoved.empty());
 }
 
 TEST_F(CollectPotentialPluginsTest, WhatIsKnownAsWorkingOrFailedIsCollectedAgainOnlyWhenItsFileChanges) {
-    Know(In("a.so"));
-    Catalogue().AddFailure({In("b.so"), PluginFingerprint::Take(In("b.so").GetPath()), U("bad")});
-    EXPECT_EQ(Collect(true), (Strings{"inner/c.so", "D.vst3"}));
-    WriteFile(mFolder.Path("plugins/a.so"), "longer");
-    WriteFile(mFolder.Path("plugins/b.so"), "longer");
-    EXPECT_EQ(Collect(true), (Strings{"a.so", "b.so", "inner/c.so", "D.vst3"}));
+    Know(In("a" ZEL_MODULE));
+    Catalogue().AddFailure({In("b" ZEL_MODULE), PluginFingerprint::Take(In("b" ZEL_MODULE).GetPath()), U("bad")});
+    EXPECT_EQ(Collect(true), (Strings{"inner/c" ZEL_MODULE, "D.vst3"}));
+    WriteFile(mFolder.Path("plugins/a" ZEL_MODULE), "longer");
+    WriteFile(mFolder.Path("plugins/b" ZEL_MODULE), "longer");
+    EXPECT_EQ(Collect(true), (Strings{"a" ZEL_MODULE, "b" ZEL_MODULE, "inner/c" ZEL_MODULE, "D.vst3"}));
 }
 
 TEST_F(CollectPotentialPluginsTest, ABundleHasChangedWhenAnyOfItsFilesHas) {
     const PluginLocator bundle = Vst3(mFolder.Path("plugins/D.vst3"));
     Know(bundle);
-    EXPECT_EQ(Collect(true), (Strings{"a.so", "b.so", "inner/c.so"}));
+    EXPECT_EQ(Collect(true), (Strings{"a" ZEL_MODULE, "b" ZEL_MODULE, "inner/c" ZEL_MODULE}));
     WriteFile(mFolder.Path("plugins/D.vst3/Contents/preset"), "new");
-    EXPECT_EQ(Collect(true), (Strings{"a.so", "b.so", "inner/c.so", "D.vst3"}));
+    EXPECT_EQ(Collect(true), (Strings{"a" ZEL_MODULE, "b" ZEL_MODULE, "inner/c" ZEL_MODULE, "D.vst3"}));
 }
 
 TEST_F(CollectPotentialPluginsTest, BannedPluginsAreNoCandidates) {
-    BannedPluginManager::GetInstance().AddBannedPlugin(In("b.so"));
-    EXPECT_EQ(Collect(false), (Strings{"a.so", "inner/c.so", "D.vst3"}));
-    BannedPluginManager::GetInstance().RemoveBannedPlugin(In("b.so"));
+    BannedPluginManager::GetInstance().AddBannedPlugin(In("b" ZEL_MODULE));
+    EXPECT_EQ(Collect(false), (Strings{"a" ZEL_MODULE, "inner/c" ZEL_MODULE, "D.vst3"}));
+    BannedPluginManager::GetInstance().RemoveBannedPlugin(In("b" ZEL_MODULE));
     EXPECT_EQ(Collect(false).size(), 4u);
 }
 
 TEST_F(CollectPotentialPluginsTest, EntriesWhoseFilesAreGoneAreReportedAndKept) {
-    Know(In("a.so"));
-    Know(In("b.so"));
-    Catalogue().AddFailure(MakeFailure(In("gone.so")));
+    Know(In("a" ZEL_MODULE));
+    Know(In("b" ZEL_MODULE));
+    Catalogue().AddFailure(MakeFailure(In("gone" ZEL_MODULE)));
     Catalogue().AddPluginInfo(MakeInfo(PluginLocator(kTechnologyBuiltIn, U("gain"))));
-    std::filesystem::remove(mFolder.Path("plugins/a.so"));
+    std::filesystem::remove(mFolder.Path("plugins/a" ZEL_MODULE));
     mRemoved = {Vst("/left over")};
     Collect(true);
-    EXPECT_EQ(mRemoved, (std::vector<PluginLocator>{In("a.so"), In("gone.so")}));
-    EXPECT_TRUE(Catalogue().FindPluginInfo(In("a.so")));
+    EXPECT_EQ(mRemoved, (std::vector<PluginLocator>{In("a" ZEL_MODULE), In("gone" ZEL_MODULE)}));
+    EXPECT_TRUE(Catalogue().FindPluginInfo(In("a" ZEL_MODULE)));
 }
 
 TEST_F(CollectPotentialPluginsTest, AFolderMayBeSearchedForEveryTechnologyAlone) {
     Catalogue().GetPluginTechnology(kTechnologyVST)->SetPluginDirectories({});
     EXPECT_EQ(NamesOf(Catalogue().CollectPotentialPluginsIn({mFolder.UPath("plugins")}, false)),
-              (Strings{"a.so", "b.so", "inner/c.so", "D.vst3"}));
-    Know(In("inner/c.so"));
+              (Strings{"a" ZEL_MODULE, "b" ZEL_MODULE, "inner/c" ZEL_MODULE, "D.vst3"}));
+    Know(In("inner/c" ZEL_MODULE));
     EXPECT_EQ(NamesOf(Catalogue().CollectPotentialPluginsIn({mFolder.UPath("plugins/inner")}, true)), Strings());
     EXPECT_EQ(NamesOf(Catalogue().CollectPotentialPluginsIn({mFolder.UPath("plugins/inner")}, false)),
-              Strings{"inner/c.so"});
+              Strings{"inner/c" ZEL_MODULE});
     EXPECT_EQ(NamesOf(Catalogue().CollectPotentialPluginsIn({U("inner"), U("")}, false)), Strings());
 }
 

@@ -18,10 +18,10 @@ constexpr std::uint32_t kGainId = 0x5A476169;
 class PluginModuleScannerTest : public zeltests::CatalogueTest {
 protected:
     PluginModuleScannerTest()
-        : mGain(Copy("vst/good/zel_gain.so")),
-          mShell(Copy("vst/good/zel_shell.so")),
-          mText(Vst(mFolder.Path("text.so"))) {
-        WriteFile(mFolder.Path("text.so"), "not a plug-in");
+        : mGain(Copy("vst/good/zel_gain" ZEL_MODULE)),
+          mShell(Copy("vst/good/zel_shell" ZEL_MODULE)),
+          mText(Vst(mFolder.Path("text" ZEL_MODULE))) {
+        WriteFile(mFolder.Path("text" ZEL_MODULE), "not a plug-in");
         SetPermanentBans("");
     }
     ~PluginModuleScannerTest() override { SetPermanentBans(""); }
@@ -67,7 +67,8 @@ protected:
 typedef std::vector<std::string> Steps;
 
 TEST_F(PluginModuleScannerTest, EachPluginIsAnnouncedThenTakenUpOrNotedWithTheReason) {
-    EXPECT_EQ(Scan({mGain, mText, mShell}), (Steps{"1/3 zel_gain.so", "2/3 text.so", "3/3 zel_shell.so"}));
+    EXPECT_EQ(Scan({mGain, mText, mShell}),
+              (Steps{"1/3 zel_gain" ZEL_MODULE, "2/3 text" ZEL_MODULE, "3/3 zel_shell" ZEL_MODULE}));
     ASSERT_TRUE(Catalogue().FindPluginInfo(mGain));
     EXPECT_EQ(Narrow(Catalogue().FindPluginInfo(mGain)->GetName()), "Zel Gain");
     EXPECT_EQ(Catalogue().FindPluginInfo(mGain)->GetFingerprint(), PluginFingerprint::Take(mGain.GetPath()));
@@ -81,7 +82,7 @@ TEST_F(PluginModuleScannerTest, EachPluginIsAnnouncedThenTakenUpOrNotedWithTheRe
 TEST_F(PluginModuleScannerTest, WhatWasScannedIsNotNewUntilItChanges) {
     Scan({mGain, mText});
     EXPECT_EQ(Catalogue().CollectPotentialPluginsIn({mFolder.UPath("")}, true), std::vector<PluginLocator>{mShell});
-    WriteFile(mFolder.Path("text.so"), "another text that is no plug-in");
+    WriteFile(mFolder.Path("text" ZEL_MODULE), "another text that is no plug-in");
     EXPECT_EQ(Catalogue().CollectPotentialPluginsIn({mFolder.UPath("")}, true),
               (std::vector<PluginLocator>{mText, mShell}));
 }
@@ -107,28 +108,31 @@ TEST_F(PluginModuleScannerTest, NothingIsAnnouncedBeforeTheBeginningAfterTheEndO
 
 TEST_F(PluginModuleScannerTest, BannedPluginsAreLeftOutAndNotCounted) {
     BannedPluginManager::GetInstance().AddBannedPlugin(mGain);
-    EXPECT_EQ(Scan({mGain, mText}), Steps{"1/1 text.so"});
+    EXPECT_EQ(Scan({mGain, mText}), Steps{"1/1 text" ZEL_MODULE});
     EXPECT_FALSE(Catalogue().FindPluginInfo(mGain));
-    EXPECT_EQ(Scan({mGain, mText}, true), (Steps{"1/2 zel_gain.so", "2/2 text.so"}));
+    EXPECT_EQ(Scan({mGain, mText}, true), (Steps{"1/2 zel_gain" ZEL_MODULE, "2/2 text" ZEL_MODULE}));
     EXPECT_TRUE(Catalogue().FindPluginInfo(mGain));
 }
 
 TEST_F(PluginModuleScannerTest, ComponentsOnThePermanentListAreDropped) {
-    SetPermanentBans("<plugin filename=\"ZEL_SHELL.SO\" uniqueid=\"1515415602\"/>");
+    std::string name = "zel_shell" ZEL_MODULE;
+    std::transform(name.begin(), name.end(), name.begin(), [](char c) { return static_cast<char>(std::toupper(c)); });
+    SetPermanentBans("<plugin filename=\"" + name + "\" uniqueid=\"1515415602\"/>");
     Scan({mShell});
     ASSERT_TRUE(Catalogue().FindPluginInfo(mShell));
     EXPECT_EQ(Catalogue().FindPluginInfo(mShell)->GetComponents().size(), 2u);
 }
 
 TEST_F(PluginModuleScannerTest, APluginWithoutAnyComponentLeftIsUnsupported) {
-    SetPermanentBans("<plugin filename=\"zel_gain.so\" uniqueid=\"" + std::to_string(kGainId) + "\"/>");
+    SetPermanentBans("<plugin filename=\"zel_gain" ZEL_MODULE "\" uniqueid=\"" + std::to_string(kGainId) + "\"/>");
     Scan({mGain});
     EXPECT_FALSE(Catalogue().FindPluginInfo(mGain));
     EXPECT_EQ(ReasonOf(mGain), "on the list of unsupported plug-ins");
 }
 
 TEST_F(PluginModuleScannerTest, WhateverAPluginThrowsIsItsFailureAndTheScanGoesOn) {
-    const PluginLocator number = Copy("vst/bad/throws_a_number.so"), error = Copy("vst/bad/throws_when_opened.so");
+    const PluginLocator number = Copy("vst/bad/throws_a_number" ZEL_MODULE),
+                        error = Copy("vst/bad/throws_when_opened" ZEL_MODULE);
     Scan({number, error, mGain});
     EXPECT_NE(ReasonOf(number), "not failed");
     EXPECT_NE(ReasonOf(error).find("no licence"), std::string::npos) << ReasonOf(error);
@@ -144,7 +148,7 @@ TEST_F(PluginModuleScannerTest, AUsersChoiceSurvivesARescan) {
 }
 
 TEST_F(PluginModuleScannerTest, AFileThatIsGoneIsAFailure) {
-    std::filesystem::remove(mFolder.Path("zel_gain.so"));
+    std::filesystem::remove(mFolder.Path("zel_gain" ZEL_MODULE));
     Scan({mGain});
     EXPECT_NE(ReasonOf(mGain), "not failed");
 }

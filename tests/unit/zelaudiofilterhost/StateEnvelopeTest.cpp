@@ -121,7 +121,7 @@ TEST(StateEnvelopeTest, MoreThanAStateMayHaveIsNotPacked) {
     constexpr std::size_t kAround = kSizesAt + 4 + 4;
     const std::size_t most = AudioFilter::kMaxStateSize - kAround;
     const Bytes largest = StateEnvelope{StateEnvelope::kVst2Chunk, {Bytes(most, 1)}}.Pack(kId);
-    EXPECT_EQ(largest.size(), AudioFilter::kMaxStateSize);
+    EXPECT_EQ(largest.size(), std::size_t(AudioFilter::kMaxStateSize));
     EXPECT_TRUE(IsTaken(largest));
     EXPECT_THAT((StateEnvelope{StateEnvelope::kVst2Chunk, {Bytes(most + 1, 1)}}.Pack(kId)), IsEmpty());
     EXPECT_THAT((StateEnvelope{StateEnvelope::kVst2Chunk, std::vector<Bytes>(9)}.Pack(kId)), IsEmpty());

@@ -9,6 +9,7 @@
 #include <zelcore/Utf.h>
 
 #include "DescribeForTest.h"
+#include "support/InstalledPlugins.h"
 #include "Vst2FilterForTest.h"
 
 using namespace zelaudiofilterhost;
@@ -381,7 +382,7 @@ TEST(Vst2AudioFilterTest, AnExceptionAtTheEndChangesNothing) {
 
 TEST(Vst2AudioFilterTest, PluginsOfTheSystemWorkToo) {
     const std::string path = "/usr/lib/vst/MaBitcrush-vst.so";
-    if (!std::filesystem::exists(path)) GTEST_SKIP() << "the package dpf-plugins-vst is not installed";
+    if (!FindInstalledPlugins().contains(path)) GTEST_SKIP() << "the package dpf-plugins-vst is not installed";
     const auto descriptors =
         AudioFilterDescriptor::ReadModule(PluginLocator(kTechnologyVST, zelcore::utility::UTF8to16(path)));
     const Filter filter = descriptors.at(0)->CreateFilter();

@@ -17,7 +17,7 @@ constexpr int kBehind = 16;
 }  // namespace
 
 std::vector<boost::intrusive_ptr<AudioFilterDescriptor>> ReadVst(const std::string& name) {
-    const std::string path = TestPlugin("vst/" + name + ".so");
+    const std::string path = TestPlugin("vst/" + name + ZEL_MODULE);
     return AudioFilterDescriptor::ReadModule(PluginLocator(kTechnologyVST, zelcore::utility::UTF8to16(path)));
 }
 

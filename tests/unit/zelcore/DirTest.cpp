@@ -1,8 +1,4 @@
-#include <cerrno>
 #include <string>
-
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include <gtest/gtest.h>
 #include <support/ThrowAwayFolder.h>
@@ -10,6 +6,7 @@
 #include <zelcore/FileError.h>
 #include <zelcore/Utf.h>
 
+#include "PlatformFiles.h"
 #include "ScopedEnvironment.h"
 
 using zelcore::ustring;
@@ -34,9 +31,7 @@ TEST(DirTest, MakesWhatIsMissingAboveForTheUserOnly) {
     dir.Create();
     EXPECT_TRUE(dir.Exists());
     for (const char* const name : {"a", "a/b \xC3\xA9", "a/b \xC3\xA9/c"}) {
-        struct stat status;
-        ASSERT_EQ(::stat(folder.Path(name).c_str(), &status), 0) << name;
-        EXPECT_EQ(status.st_mode & 0077, 0u) << name;
+        EXPECT_TRUE(zeltests::IsForThisUserOnly(folder.Path(name))) << name;
     }
     EXPECT_NO_THROW(dir.Create()) << "a folder that is there is fine";
 }
@@ -51,31 +46,18 @@ TEST(DirTest, FileInTheWayIsAnError) {
 }
 
 TEST(DirTest, EndlessAndEmptyPathsAreErrors) {
-    std::string path = "/proc/nothing";
+    const ThrowAwayFolder folder;
+    zeltests::WriteFile(folder.Path("file"), "x");
+    std::string path = folder.Path("file");
     for (int i = 0; i < 100000; ++i) path += "/a";
     EXPECT_THROW(Dir(UTF8to16(path)).Create(), FileError);
     EXPECT_THROW(Dir().Create(), FileError);
     EXPECT_FALSE(Dir().Exists());
 }
 
-TEST(DirTest, PreferencesFollowTheBaseDirectories) {
-    const ThrowAwayFolder folder;
-    const ScopedEnvironment home("HOME", folder.Path("home").c_str());
-    {
-        const ScopedEnvironment config("XDG_CONFIG_HOME", folder.Path("config").c_str());
-        EXPECT_EQ(Dir::PrefDir(), Dir(folder.UPath("config/tessaly")));
-        EXPECT_TRUE(Dir(folder.UPath("config/tessaly")).Exists());
-    }
-    for (const char* const unusable : {static_cast<const char*>(nullptr), "", "relative/folder"}) {
-        const ScopedEnvironment config("XDG_CONFIG_HOME", unusable);
-        EXPECT_EQ(Dir::PrefDir(), Dir(folder.UPath("home/.config/tessaly")));
-        EXPECT_TRUE(Dir(folder.UPath("home/.config/tessaly")).Exists());
-    }
-}
-
 TEST(DirTest, ApplicationFolderNameCanBeChosen) {
     const ThrowAwayFolder folder;
-    const ScopedEnvironment config("XDG_CONFIG_HOME", folder.GetPath().c_str());
+    const ScopedEnvironment config(zeltests::kSettingsVariable, folder.GetPath().c_str());
     Dir::SetApplicationFolderName(UTF8to16("other"));
     EXPECT_EQ(Dir::PrefDir(), Dir(folder.UPath("other")));
     Dir::SetApplicationFolderName(UTF8to16("tessaly"));
@@ -84,7 +66,7 @@ TEST(DirTest, ApplicationFolderNameCanBeChosen) {
 
 TEST(DirTest, ChosenPreferencesFolderIsMadeAndWins) {
     const ThrowAwayFolder folder;
-    const ScopedEnvironment config("XDG_CONFIG_HOME", folder.Path("config").c_str());
+    const ScopedEnvironment config(zeltests::kSettingsVariable, folder.Path("config").c_str());
     Dir::SetPrefDir(Dir(folder.UPath("chosen/deep")));
     EXPECT_EQ(Dir::PrefDir(), Dir(folder.UPath("chosen/deep")));
     EXPECT_TRUE(Dir(folder.UPath("chosen/deep")).Exists());
@@ -102,11 +84,7 @@ TEST(DirTest, PreferencesFolderThatCannotBeMadeIsAnError) {
 }
 
 TEST(DirTest, ApplicationFolderIsThatOfTheProgramUntilChosen) {
-    char program[4096];
-    const ssize_t length = ::readlink("/proc/self/exe", program, sizeof(program));
-    ASSERT_GT(length, 0);
-    const std::string path(program, static_cast<std::size_t>(length));
-    const Dir own(UTF8to16(path.substr(0, path.rfind('/'))));
+    const Dir own(UTF8to16(zeltests::GetProgramFolder()));
     EXPECT_EQ(Dir::AppDir(), own);
     Dir::SetAppDir(Dir(UTF8to16("/somewhere/else")));
     EXPECT_EQ(Dir::AppDir(), Dir(UTF8to16("/somewhere/else")));

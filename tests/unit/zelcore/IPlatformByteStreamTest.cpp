@@ -1,9 +1,4 @@
-#include <cerrno>
 #include <string>
-
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include <gtest/gtest.h>
 #include <support/ThrowAwayFolder.h>
@@ -11,26 +6,14 @@
 #include <zelcore/IPlatformByteStream.h>
 #include <zelcore/Utf.h>
 
+#include "OpeningError.h"
+#include "PlatformFiles.h"
+
 using zelcore::filesupport::File;
 using zelcore::filesupport::FileError;
 using zelcore::filesupport::IPlatformByteStream;
-using zelcore::utility::UTF8to16;
+using zeltests::OpeningError;
 using zeltests::ThrowAwayFolder;
-
-namespace {
-
-int OpeningError(const zelcore::ustring& path, IPlatformByteStream::Mode mode) {
-    try {
-        IPlatformByteStream stream((File(path)), mode);
-    } catch (const FileError& error) {
-        EXPECT_EQ(error.GetPath(), path);
-        return error.GetSystemError();
-    }
-    ADD_FAILURE() << "was opened";
-    return -1;
-}
-
-}  // namespace
 
 TEST(IPlatformByteStreamTest, ReadsInBlocksToTheEnd) {
     const ThrowAwayFolder folder;
@@ -67,24 +50,12 @@ TEST(IPlatformByteStreamTest, WritingMakesAMissingFile) {
 
 TEST(IPlatformByteStreamTest, MissingFilesAndFoldersAreRefused) {
     const ThrowAwayFolder folder;
-    EXPECT_EQ(OpeningError(folder.UPath("missing"), IPlatformByteStream::kRead), ENOENT);
-    EXPECT_EQ(OpeningError(folder.UPath("no/folder"), IPlatformByteStream::kWrite), ENOENT);
-    EXPECT_EQ(OpeningError(folder.GetDir().FullPath(), IPlatformByteStream::kRead), EISDIR);
-    EXPECT_EQ(OpeningError(folder.GetDir().FullPath(), IPlatformByteStream::kWrite), EISDIR);
-    EXPECT_EQ(OpeningError(folder.UPath("zero") + zelcore::ustring(1, 0), IPlatformByteStream::kWrite), EINVAL);
-}
-
-TEST(IPlatformByteStreamTest, PipesAndDevicesAreRefusedWithoutWaiting) {
-    const ThrowAwayFolder folder;
-    ASSERT_EQ(::mkfifo(folder.Path("pipe").c_str(), 0600), 0);
-    EXPECT_EQ(OpeningError(folder.UPath("pipe"), IPlatformByteStream::kRead), 0);
-    EXPECT_EQ(OpeningError(folder.UPath("pipe"), IPlatformByteStream::kWrite), ENXIO);
-    const int reader = ::open(folder.Path("pipe").c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    ASSERT_GE(reader, 0);
-    EXPECT_EQ(OpeningError(folder.UPath("pipe"), IPlatformByteStream::kWrite), 0);
-    ::close(reader);
-    EXPECT_EQ(OpeningError(UTF8to16("/dev/zero"), IPlatformByteStream::kRead), 0);
-    EXPECT_EQ(OpeningError(UTF8to16("/dev/null"), IPlatformByteStream::kWrite), 0);
+    EXPECT_EQ(OpeningError(folder.UPath("missing"), IPlatformByteStream::kRead), zeltests::kNoSuchFile);
+    EXPECT_EQ(OpeningError(folder.UPath("no/folder"), IPlatformByteStream::kWrite), zeltests::kNoSuchFolder);
+    EXPECT_EQ(OpeningError(folder.GetDir().FullPath(), IPlatformByteStream::kRead), zeltests::kIsAFolder);
+    EXPECT_EQ(OpeningError(folder.GetDir().FullPath(), IPlatformByteStream::kWrite), zeltests::kIsAFolder);
+    EXPECT_EQ(OpeningError(folder.UPath("zero") + zelcore::ustring(1, 0), IPlatformByteStream::kWrite),
+              zeltests::kInvalidPath);
 }
 
 TEST(IPlatformByteStreamTest, UsingTheOtherDirectionIsAnError) {
@@ -96,19 +67,4 @@ TEST(IPlatformByteStreamTest, UsingTheOtherDirectionIsAnError) {
     IPlatformByteStream writer(File(folder.UPath("other")), IPlatformByteStream::kWrite);
     EXPECT_THROW(writer.ReadBlock(&byte, 1), FileError);
     EXPECT_EQ(zeltests::ReadFile(folder.Path("file")), "abc");
-}
-
-TEST(IPlatformByteStreamTest, DescriptorIsNotHandedToOtherPrograms) {
-    const ThrowAwayFolder folder;
-    // The lowest free number is the one that the stream will get.
-    const int next = ::dup(0);
-    ASSERT_GE(next, 0);
-    ::close(next);
-    {
-        IPlatformByteStream stream(File(folder.UPath("file")), IPlatformByteStream::kWrite);
-        const int flags = ::fcntl(next, F_GETFD);
-        ASSERT_GE(flags, 0);
-        EXPECT_NE(flags & FD_CLOEXEC, 0);
-    }
-    EXPECT_EQ(::fcntl(next, F_GETFD), -1) << "closed with the stream";
 }

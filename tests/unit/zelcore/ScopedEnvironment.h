@@ -3,6 +3,8 @@
 #include <cstdlib>
 #include <string>
 
+#include "support/Environment.h"
+
 namespace zeltests {
 
 /// Sets an environment variable, or takes it away (null), while the object lives.
@@ -19,13 +21,7 @@ public:
     ScopedEnvironment& operator=(const ScopedEnvironment&) = delete;
 
 private:
-    void Set(const char* value) {
-        if (value) {
-            ::setenv(mName.c_str(), value, 1);
-        } else {
-            ::unsetenv(mName.c_str());
-        }
-    }
+    void Set(const char* value) { SetVariable(mName, value); }
 
     std::string mName;
     std::string mBefore;

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace zeltests {
 
@@ -25,6 +27,8 @@ public:
     int Get() const { return mDescriptor; }
 
     void Send(const std::string& bytes) const;
+    /// Sends what the system takes without waiting, and tells how much that was.
+    std::size_t SendSome(std::string_view bytes) const;
     /// Everything until the peer closes.
     std::string ReceiveAll() const;
     std::string Receive(std::size_t size) const;

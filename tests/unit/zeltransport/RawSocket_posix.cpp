@@ -1,6 +1,6 @@
 #include "RawSocket.h"
 
-#include <utility>
+#include <cerrno>
 
 #include <arpa/inet.h>
 #include <gtest/gtest.h>
@@ -39,11 +39,6 @@ unsigned short AskForPort(int descriptor, Function function) {
 
 }  // namespace
 
-RawSocket& RawSocket::operator=(RawSocket&& other) noexcept {
-    std::swap(mDescriptor, other.mDescriptor);
-    return *this;
-}
-
 RawSocket RawSocket::Connect(unsigned short port) {
     RawSocket socket = MakeSocket();
     const sockaddr_in address = MakeAddress(port);
@@ -80,6 +75,12 @@ void RawSocket::Send(const std::string& bytes) const {
     }
 }
 
+std::size_t RawSocket::SendSome(std::string_view bytes) const {
+    const ssize_t size = ::send(mDescriptor, bytes.data(), bytes.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
+    EXPECT_TRUE(size > 0 || errno == EAGAIN) << errno;
+    return size > 0 ? static_cast<std::size_t>(size) : 0;
+}
+
 std::string RawSocket::ReceiveAll() const {
     std::string all;
     char chunk[4096];
@@ -98,20 +99,6 @@ std::string RawSocket::Receive(std::size_t size) const {
 
 void RawSocket::Close() {
     if (mDescriptor >= 0) ::close(Release());
-}
-
-int RawSocket::Release() { return std::exchange(mDescriptor, -1); }
-
-unsigned short FindFreePort() { return RawSocket::Listen().GetPort(); }
-
-std::string MakeFrameHeader(std::uint32_t size) {
-    std::string header;
-    for (unsigned shift = 0; shift < 32; shift += 8) header.push_back(static_cast<char>((size >> shift) & 0xFF));
-    return header;
-}
-
-std::string MakeFrame(const std::string& payload) {
-    return MakeFrameHeader(static_cast<std::uint32_t>(payload.size())) + payload;
 }
 
 }  // namespace zeltests

@@ -1,56 +1,11 @@
 #include <gtest/gtest.h>
-#include <QCoreApplication>
-#include <QProcess>
-
 #include <zelui/Application.h>
 
-namespace {
+#include "ApplicationProcess.h"
 
-struct Outcome {
-    int exitCode;
-    QString printed;
-    QString complained;
-};
-
-Outcome RunMode(const QString& mode, const QProcessEnvironment& environment) {
-    QProcess process;
-    process.setProcessEnvironment(environment);
-    process.start(QCoreApplication::applicationFilePath(), {mode});
-    EXPECT_TRUE(process.waitForFinished(60000)) << mode.toStdString();
-    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit) << mode.toStdString();
-    const Outcome outcome{process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
-    EXPECT_EQ(outcome.exitCode, 0) << mode.toStdString() << ": line " << outcome.exitCode << "\n"
-                                   << outcome.complained.toStdString();
-    return outcome;
-}
-
-QProcessEnvironment Offscreen() {
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("QT_QPA_PLATFORM", "offscreen");
-    return environment;
-}
-
-QProcessEnvironment NothingSet() {
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    for (const char* name : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"}) environment.remove(name);
-    return environment;
-}
-
-}  // namespace
-
-TEST(ApplicationTest, WithoutADisplayWindowsAreOffscreen) {
-    EXPECT_EQ(RunMode("--report-platform", NothingSet()).printed, "offscreen 0 \n");
-}
-
-TEST(ApplicationTest, ADisplayThatCannotBeReachedMeansOffscreenNotTheEnd) {
-    QProcessEnvironment environment = NothingSet();
-    environment.insert("DISPLAY", ":49151");
-    EXPECT_EQ(RunMode("--report-platform", environment).printed, "offscreen 0 \n");
-    environment.insert("WAYLAND_DISPLAY", "wayland-there-is-none");
-    EXPECT_EQ(RunMode("--report-platform", environment).printed, "offscreen 0 \n");
-    environment.remove("DISPLAY");
-    EXPECT_EQ(RunMode("--report-platform", environment).printed, "offscreen 0 \n");
-}
+using zeltests::NothingSet;
+using zeltests::Offscreen;
+using zeltests::RunMode;
 
 TEST(ApplicationTest, ThePlatformOfTheEnvironmentIsKept) {
     QProcessEnvironment environment = NothingSet();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <initializer_list>
 #include <map>
 #include <string>
@@ -15,10 +16,10 @@ inline std::string Pair(const std::string& key, const std::string& value) {
     return "<prop.pair><key>" + key + "</key>" + value + "</prop.pair>\n";
 }
 inline std::string List(const std::string& pairs) { return "<prop.list>" + pairs + "</prop.list>"; }
-inline std::string Signed(long number) {
+inline std::string Signed(std::int64_t number) {
     return "<int type=\"signed\" size=\"32\">" + std::to_string(number) + "</int>";
 }
-inline std::string Unsigned(long number) {
+inline std::string Unsigned(std::int64_t number) {
     return "<int type=\"unsigned\" size=\"32\">" + std::to_string(number) + "</int>";
 }
 inline std::string Float(const std::string& number) { return "<float>" + number + "</float>"; }

@@ -7,7 +7,6 @@
 #include <boost/make_shared.hpp>
 #include <boost/shared_ptr.hpp>
 #include <gtest/gtest.h>
-#include <QAccessible>
 #include <QPointer>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -17,6 +16,7 @@
 #include <zelui/UI_SubView.h>
 
 #include "DialogTools.h"
+#include "support/accessibility/SpokenText.h"
 
 namespace zeltests {
 
@@ -72,12 +72,8 @@ boost::shared_ptr<Function> Handler(Callable callable) {
     return boost::make_shared<Function>(callable);
 }
 
-inline QAccessibleInterface* GetAccessible(const zelui::ui::UI_Node& node) {
-    return QAccessible::queryAccessibleInterface(zelui::qt::GetWidget(node));
-}
-inline QString GetAccessibleName(const zelui::ui::UI_Node& node) {
-    return GetAccessible(node)->text(QAccessible::Name);
-}
+/// What screen readers call it.
+inline QString GetAccessibleName(const zelui::ui::UI_Node& node) { return GetSpokenName(*zelui::qt::GetWidget(node)); }
 
 inline void SendKey(QWidget* widget, QEvent::Type type, int key, bool repeat = false,
                     Qt::KeyboardModifiers modifiers = Qt::NoModifier) {

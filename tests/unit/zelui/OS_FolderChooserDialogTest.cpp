@@ -65,6 +65,11 @@ protected:
         return std::string(path.data(), path.size());
     }
 
+    /// As the system writes paths, which is how plug-ins' folders are written everywhere else.
+    static std::string ToNative(const std::string& path) {
+        return QDir::toNativeSeparators(QString::fromStdString(path)).toStdString();
+    }
+
     const ThrowAwayFolder mSettings;
     const ThrowAwayFolder mFolder;
     OS_FolderChooserDialog mDialog{nullptr, OS_FolderChooserDialog::kMayMakeFolders};
@@ -74,13 +79,13 @@ protected:
 
 TEST_F(OS_FolderChooserDialogTest, ATypedPathAndReturnChooseTheFolder) {
     EXPECT_TRUE(Run([this](QFileDialog& dialog) { Enter(dialog, mFolder.Path("Plug-Ins")); }));
-    EXPECT_EQ(GetChosen(), mFolder.Path("Plug-Ins"));
+    EXPECT_EQ(GetChosen(), ToNative(mFolder.Path("Plug-Ins")));
     EXPECT_TRUE(mDialog.GetDirectory().Exists());
 }
 
 TEST_F(OS_FolderChooserDialogTest, ASeparatorAtTheEndAndDotsAreNoPartOfThePath) {
     EXPECT_TRUE(Run([this](QFileDialog& dialog) { Enter(dialog, mFolder.Path("./Plug-Ins/../Plug-Ins/")); }));
-    EXPECT_EQ(GetChosen(), mFolder.Path("Plug-Ins"));
+    EXPECT_EQ(GetChosen(), ToNative(mFolder.Path("Plug-Ins")));
 }
 
 TEST_F(OS_FolderChooserDialogTest, ShowsItsTitleAndFoldersOnly) {

@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 #include <limits>
 #include <QApplication>
-#include <QDir>
 #include <QFontInfo>
 #include <QIcon>
 #include <QImage>
@@ -16,7 +15,6 @@
 
 #include "../../../frameworks/zelui/src/Fonts.h"
 #include "../../../frameworks/zelui/src/ImageDrawbot.h"
-#include "support/ThrowAwayFolder.h"
 
 namespace {
 
@@ -36,25 +34,6 @@ intrusive_ptr<Font> NewFont(float size, int style = SupplierInterface::kFontPlai
 intrusive_ptr<Drawbot> NewDrawbot(int width, int height, int scale) {
     return SupplierInterface::GetDefault()->NewDrawbot(width, height, scale);
 }
-
-// A variable of the environment for the time of a test.
-class Variable {
-public:
-    Variable(const char* name, const QByteArray& value) : mName(name), mWasSet(qEnvironmentVariableIsSet(name)) {
-        mFormer = qgetenv(name);
-        value.isNull() ? qunsetenv(name) : qputenv(name, value);
-    }
-    ~Variable() { mWasSet ? qputenv(mName, mFormer) : qunsetenv(mName); }
-    Variable(const Variable&) = delete;
-    Variable& operator=(const Variable&) = delete;
-
-private:
-    const char* mName;
-    bool mWasSet;
-    QByteArray mFormer;
-};
-
-bool WantsHighContrast() { return SupplierInterface::GetDefault()->WantsHighContrast(); }
 
 }  // namespace
 
@@ -190,30 +169,4 @@ TEST(SupplierInterfaceTest, SurfacesOfMoreThan64MillionPixelsAreRefused) {
     EXPECT_FALSE(NewDrawbot(most, most, most));
     EXPECT_FALSE(NewDrawbot(1, 1, most));
     EXPECT_FALSE(NewDrawbot(65536, 65536, 1)) << "the product is 0 in 32 bits";
-}
-
-TEST(SupplierInterfaceTest, HighContrastIsWhatTheDesktopsThemeSays) {
-    const zeltests::ThrowAwayFolder folder;
-    const QByteArray path = QByteArray::fromStdString(folder.GetPath());
-    const Variable config("XDG_CONFIG_HOME", path);
-    const Variable system("XDG_CONFIG_DIRS", path);
-    const Variable noTheme("GTK_THEME", QByteArray());
-    EXPECT_FALSE(WantsHighContrast());
-    zeltests::WriteFile(folder.Path("kdeglobals"), "[General]\nColorScheme=BreezeDark\n");
-    EXPECT_FALSE(WantsHighContrast());
-    zeltests::WriteFile(folder.Path("kdeglobals"), "[General]\nColorScheme=Breeze High Contrast\n");
-    EXPECT_TRUE(WantsHighContrast());
-    const Variable theme("GTK_THEME", "Adwaita:dark");
-    EXPECT_FALSE(WantsHighContrast()) << "the environment wins";
-    const Variable contrastTheme("GTK_THEME", "HighContrastInverse");
-    EXPECT_TRUE(WantsHighContrast());
-}
-
-TEST(SupplierInterfaceTest, HighContrastIsFoundInTheToolkitSettingsFile) {
-    const zeltests::ThrowAwayFolder folder;
-    const Variable config("XDG_CONFIG_HOME", QByteArray::fromStdString(folder.GetPath()));
-    const Variable noTheme("GTK_THEME", QByteArray());
-    QDir(QString::fromStdString(folder.GetPath())).mkdir("gtk-3.0");
-    zeltests::WriteFile(folder.Path("gtk-3.0/settings.ini"), "[Settings]\ngtk-theme-name=HighContrast\n");
-    EXPECT_TRUE(WantsHighContrast());
 }

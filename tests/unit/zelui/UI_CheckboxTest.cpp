@@ -75,15 +75,6 @@ TEST_F(UI_CheckboxTest, ADisabledOneCannotBeToggled) {
     Click();
     EXPECT_FALSE(mBox->IsChecked());
     EXPECT_TRUE(mTold.empty());
-    EXPECT_TRUE(GetAccessible(*mBox)->state().disabled);
-}
-
-TEST_F(UI_CheckboxTest, ScreenReadersKnowItsStateAndCanToggleIt) {
-    EXPECT_TRUE(GetAccessible(*mBox)->state().checkable);
-    EXPECT_FALSE(GetAccessible(*mBox)->state().checked);
-    GetAccessible(*mBox)->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
-    EXPECT_TRUE(GetAccessible(*mBox)->state().checked);
-    EXPECT_EQ(mTold, (std::vector<int>{1}));
 }
 
 TEST_F(UI_CheckboxTest, WithoutATextItIsNamedByTheTextBeforeIt) {

@@ -28,7 +28,6 @@ protected:
     }
 
     QComboBox* GetCombo() const { return ControlStage::GetWidget<QComboBox>(*mPopup); }
-    QString GetAccessibleValue() const { return GetAccessible(*mPopup)->text(QAccessible::Value); }
     void GiveFocus() { ASSERT_TRUE(mPopup->UI_GainKeyboardFocus(zelui::ui::kFocusByProgram)); }
 
     bool IsOpen() const { return GetCombo()->view()->isVisible(); }
@@ -124,11 +123,9 @@ TEST_F(UI_PopupTest, AShownTextStandsInPlaceOfTheItemWhileTheValueStays) {
     EXPECT_EQ(mPopup->GetValueString(), U("Bypass"));
     EXPECT_EQ(mPopup->GetItemText(0), U("(None)"));
     EXPECT_EQ(GetCombo()->currentText(), "Bypass");
-    EXPECT_EQ(GetAccessibleValue(), "Bypass");
     const QImage bypass = GetCombo()->grab().toImage();
     mPopup->SetValue(0);
     EXPECT_EQ(mPopup->GetValueString(), U("(None)"));
-    EXPECT_EQ(GetAccessibleValue(), "(None)");
     EXPECT_NE(GetCombo()->grab().toImage(), bypass);
     EXPECT_TRUE(mTold.empty());
 }

@@ -1,6 +1,5 @@
 #include <climits>
 #include <gtest/gtest.h>
-#include <QAccessible>
 #include <QLayout>
 #include <QScreen>
 #include <QTest>
@@ -9,6 +8,7 @@
 #include <vector>
 
 #include "DialogTools.h"
+#include "support/accessibility/SpokenText.h"
 
 namespace zeltests {
 namespace {
@@ -25,10 +25,6 @@ protected:
     UI_ProgressDialogTest() : mDialog(MakeProgressDialog()) { mDialog->UI_ShowModeless(); }
     ~UI_ProgressDialogTest() override { mDialog->UI_Close(UI_DialogViewContainer::kResponseOK); }
 
-    QString GetAccessibleText(QWidget* widget, QAccessible::Text text) const {
-        return QAccessible::queryAccessibleInterface(widget)->text(text);
-    }
-
     ProgressDialogPtr mDialog;
 };
 
@@ -38,7 +34,7 @@ TEST_F(UI_ProgressDialogTest, ShowsTitleTextAndLocalisedCancel) {
     EXPECT_EQ(GetWindow(mDialog)->windowTitle(), "Scanning");
     EXPECT_EQ(GetExtraText(mDialog)->text(), "Extra");
     EXPECT_EQ(GetCancelButton(mDialog)->text(), "Cancel");
-    EXPECT_EQ(GetAccessibleText(GetBar(mDialog), QAccessible::Name), "Scanning");
+    EXPECT_EQ(GetSpokenName(*GetBar(mDialog)), "Scanning");
 }
 
 TEST_F(UI_ProgressDialogTest, ProgressIsShownAsGivenAndInNumbers) {
@@ -46,7 +42,7 @@ TEST_F(UI_ProgressDialogTest, ProgressIsShownAsGivenAndInNumbers) {
     EXPECT_EQ(GetBar(mDialog)->value(), 3);
     EXPECT_EQ(GetBar(mDialog)->maximum(), 17);
     EXPECT_EQ(GetBar(mDialog)->text(), "3 of 17");
-    EXPECT_EQ(GetAccessibleText(GetBar(mDialog), QAccessible::Description), "3 of 17");
+    EXPECT_EQ(GetSpokenDescription(*GetBar(mDialog)), "3 of 17");
 }
 
 TEST_F(UI_ProgressDialogTest, ATextTakesThePlaceOfTheNumbersAndIsNoFormat) {
@@ -124,7 +120,7 @@ TEST_F(UI_ProgressDialogTest, ALongTextIsShortenedInTheMiddleAndWholeForScreenRe
     EXPECT_TRUE(shown.endsWith("Edition.so")) << shown.toStdString();
     EXPECT_TRUE(shown.contains(QChar(0x2026)));
     EXPECT_LE(label->fontMetrics().horizontalAdvance(shown), label->width());
-    EXPECT_EQ(GetAccessibleText(label, QAccessible::Name), kLongPath);
+    EXPECT_EQ(GetSpokenName(*label), kLongPath);
     QTextDocument toolTip;
     toolTip.setHtml(label->toolTip());
     EXPECT_EQ(toolTip.toPlainText().remove(QChar(0x200B)), kLongPath);
@@ -170,7 +166,7 @@ TEST_F(UI_ProgressDialogTest, NoTextChangesTheSizeOfTheWindow) {
         EXPECT_EQ(GetWindow(mDialog)->size(), before);
         EXPECT_EQ(GetWindow(mDialog)->sizeHint(), before);
     }
-    EXPECT_LE(GetExtraText(mDialog)->accessibleName().size(), 4000);
+    EXPECT_LE(GetSpokenName(*GetExtraText(mDialog)).size(), 4000);
 }
 
 TEST_F(UI_ProgressDialogTest, ItIsWideEnoughAndNeverHigherThanItsContent) {

@@ -333,39 +333,6 @@ TEST_F(UI_SliderTest, AVerticalOneHasItsLowerEndAtTheBottomAndReversedAtTheTop) 
     }
 }
 
-// Accessibility
-
-TEST_F(UI_SliderTest, ScreenReadersKnowTheValueInTheProgramsUnits) {
-    mSlider->SetValueRange({20, 20000});
-    mSlider->SetValue(440.5);
-    QAccessibleInterface* const accessible = GetAccessible(*mSlider);
-    EXPECT_EQ(accessible->role(), QAccessible::Slider);
-    ASSERT_NE(accessible->valueInterface(), nullptr);
-    EXPECT_EQ(accessible->valueInterface()->currentValue().toDouble(), 440.5);
-    EXPECT_EQ(accessible->valueInterface()->minimumValue().toDouble(), 20);
-    EXPECT_EQ(accessible->valueInterface()->maximumValue().toDouble(), 20000);
-    EXPECT_GT(accessible->valueInterface()->minimumStepSize().toDouble(), 0);
-}
-
-TEST_F(UI_SliderTest, AValueFromAScreenReaderIsAWholeGesture) {
-    QAccessibleValueInterface* const value = GetAccessible(*mSlider)->valueInterface();
-    value->setCurrentValue(0.125);
-    EXPECT_EQ(mSlider->GetValue(), 0.125);
-    EXPECT_EQ(mTold, kWholeGesture);
-    mTold.clear();
-    value->setCurrentValue(17);
-    EXPECT_EQ(mSlider->GetValue(), 1.0);
-    mTold.clear();
-    value->setCurrentValue(QVariant("no number"));
-    value->setCurrentValue(kNaN);
-    EXPECT_EQ(mSlider->GetValue(), 1.0);
-    EXPECT_EQ(mTold, kNoChange);
-    mTold.clear();
-    mSlider->UI_SetDisabled(true);
-    value->setCurrentValue(0.5);
-    EXPECT_TRUE(mTold.empty());
-}
-
 // Coming and going
 
 TEST_F(UI_SliderTest, ComesBackTheSameAfterScrolling) {

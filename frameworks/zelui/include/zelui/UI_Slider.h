@@ -20,14 +20,14 @@ public:
     /// that are equal, the wrong way round or no numbers change nothing.
     void SetValueRange(const Range& range);
     /// What SetValueRange set.
-    const Range& GetValueRange() const { return mRange; }
+    const Range& GetValueRange() const;
     /// The part of the range that the user can reach; all of it at first. Parts outside the range count for nothing.
     void SetExtent(const Range& extent);
     /// What SetExtent set.
-    const Range& GetExtent() const { return mExtent; }
+    const Range& GetExtent() const;
 
     /// The value: exactly the one that was set, moved into the range, until the user moves the slider.
-    T GetValue() const { return mValue; }
+    T GetValue() const;
     /// Moves the slider; tells nobody.
     void SetValue(T value);
 

@@ -208,7 +208,7 @@ TEST_F(PlayerTest, EffectsComeAndGoWhileItPlays) {
     mSession.SetSound(Write("in.wav", MakeTestSound(2, 60 * kRate)));
     mPlayer.Play();
     for (int i = 0; i < 5; ++i) {
-        Insert("vst/good/zel_gain.so");
+        Insert("vst/good/zel_gain" ZEL_MODULE);
         const ChainEffectPtr effect = mSession.GetEffects().back();
         EXPECT_TRUE(effect->GetFilter()->IsProcessing());
         effect->GetFilter()->SetParameterValue(FindParameter(*effect->GetFilter(), "Mute"), 1.0f);
@@ -230,7 +230,7 @@ TEST_F(PlayerTest, EffectsComeAndGoWhileItPlays) {
 TEST_F(PlayerTest, AnEffectThatRefusesIsNamedAndPassedBy) {
     ConnectDevice();
     mSession.SetSound(Write("in.wav", MakeTestSound(2, 20 * kRate)));
-    Insert("vst/bad/throws_when_started.so");
+    Insert("vst/bad/throws_when_started" ZEL_MODULE);
     mPlayer.Play();
     EXPECT_TRUE(mPlayer.IsPlaying());
     EXPECT_THAT(mTroubles, ElementsAre(HasSubstr("throws_when_started refuses")));
@@ -240,7 +240,7 @@ TEST_F(PlayerTest, AnEffectThatRefusesIsNamedAndPassedBy) {
 TEST_F(PlayerTest, ASideChainComesWhileItPlaysAndItGoesOn) {
     ConnectDevice();
     mSession.SetSound(Write("in.wav", MakeTestSound(2, 60 * kRate)));
-    Insert("vst/good/zel_sidechain.so");
+    Insert("vst/good/zel_sidechain" ZEL_MODULE);
     mPlayer.Play();
     ASSERT_TRUE(RunUntilPosition(kRate / 2));
     mSession.SetSideChain(Write("side.wav", MakeLevel(2, 60 * kRate, 1.0f)));
@@ -254,7 +254,7 @@ TEST_F(PlayerTest, ASideChainComesWhileItPlaysAndItGoesOn) {
 TEST_F(PlayerTest, AnotherSoundStopsItAtTheBeginning) {
     ConnectDevice();
     mSession.SetSound(Write("in.wav", MakeTestSound(2, 60 * kRate)));
-    Insert("vst/good/zel_gain.so");
+    Insert("vst/good/zel_gain" ZEL_MODULE);
     mPlayer.Play();
     ASSERT_TRUE(RunUntilPosition(kRate / 2));
     mSession.SetSound(Write("other.wav", MakeTestSound(1, kRate)));
@@ -298,7 +298,7 @@ TEST_F(PlayerTest, ASoundThatBecameAnotherIsNotPlayed) {
 TEST_F(PlayerTest, ADeviceThatGoesAwayStopsIt) {
     ConnectDevice();
     mSession.SetSound(Write("in.wav", MakeTestSound(2, 60 * kRate)));
-    Insert("vst/good/zel_gain.so");
+    Insert("vst/good/zel_gain" ZEL_MODULE);
     mPlayer.Play();
     ASSERT_TRUE(RunUntilPosition(kRate / 2));
     DisconnectDevice();
@@ -314,7 +314,7 @@ TEST_F(PlayerTest, ADeviceThatGoesAwayStopsIt) {
 TEST_F(PlayerTest, HandlersMayStopIt) {
     ConnectDevice();
     mSession.SetSound(Write("in.wav", MakeTestSound(2, kRate)));
-    Insert("vst/bad/throws_when_started.so");
+    Insert("vst/bad/throws_when_started" ZEL_MODULE);
     mPlayer.GetTroubleSignal().connect([this](const zelcore::ustring&) { mPlayer.Stop(); });
     mPlayer.Play();
     EXPECT_FALSE(mPlayer.IsPlaying());
@@ -330,7 +330,7 @@ TEST_F(PlayerTest, ItPlaysOnAndOn) {
     const std::size_t seconds = given ? std::strtoul(given, nullptr, 10) : 5;
     mSession.SetSound(Write("in.wav", MakeTestSound(2, 10 * kRate + 17)));
     mSession.SetLooping(true);
-    for (int i = 0; i < 4; ++i) Insert("vst/good/zel_gain.so");
+    for (int i = 0; i < 4; ++i) Insert("vst/good/zel_gain" ZEL_MODULE);
     mPlayer.Play();
     ASSERT_TRUE(WaitFor([&] { return mPlayer.GetCounts().blocks >= seconds * kRate / 512 || !mPlayer.IsPlaying(); },
                         std::chrono::seconds(2 * seconds + 60), [] { QCoreApplication::processEvents(); }));

@@ -24,7 +24,7 @@ protected:
     EditorWindowTest() {
         const zelaudiofilterhost::PluginLocator plugin(
             zelaudiofilterhost::kTechnologyVST,
-            zelcore::utility::UTF8to16(ZEL_TESTPLUGINS_DIR "/vst/good/zel_editor.so"));
+            zelcore::utility::UTF8to16(ZEL_TESTPLUGINS_DIR "/vst/good/zel_editor" ZEL_MODULE));
         // A plug-in that nobody knows has no editor of its own.
         mPlugin = AudioFilterDescriptor::ReadModule(plugin).at(0);
         AudioFilterDescriptorManager::GetInstance().AddDescriptor(mPlugin);

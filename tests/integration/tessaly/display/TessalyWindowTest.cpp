@@ -8,6 +8,7 @@
 
 #include "../../render/Sound.h"
 #include "RunMarker.h"
+#include "support/InstalledPlugins.h"
 #include "support/Program.h"
 #include "support/ThrowAwayFolder.h"
 #include "support/WaitFor.h"
@@ -33,10 +34,11 @@ protected:
     std::string GetProfile() const { return mFolder.Path("config/tessaly"); }
     std::unique_ptr<Program> Start(std::vector<std::string> arguments) {
         arguments.insert(arguments.begin(), std::string(ZEL_BIN_DIR) + "/tessaly");
-        return std::make_unique<Program>(
-            mFolder.GetPath(), arguments,
-            std::vector<std::string>{"XDG_CONFIG_HOME=" + mFolder.Path("config"),
-                                     "PULSE_SERVER=unix:" + mFolder.Path("no-server"), "HOME=" + mFolder.GetPath()});
+        std::vector<std::string> variables = GetPluginVariables(ZEL_TESTPLUGINS_DIR);
+        variables.insert(variables.end(),
+                         {SettingsIn(mFolder.Path("config")), "PULSE_SERVER=unix:" + mFolder.Path("no-server"),
+                          "HOME=" + mFolder.GetPath()});
+        return std::make_unique<Program>(mFolder.GetPath(), arguments, variables);
     }
     bool HasMark() const {
         for (const auto& entry : std::filesystem::directory_iterator(GetProfile())) {
@@ -49,6 +51,7 @@ protected:
 };
 
 TEST_F(TessalyWindowTest, EndsWhenItIsAskedToAndLeavesNoMark) {
+    if (!Program::CanSignal()) GTEST_SKIP() << "there is no console here";
     const std::unique_ptr<Program> program = Start({});
     ASSERT_TRUE(WaitFor([this] { return HasMark(); })) << program->GetErrors();
     EXPECT_THAT(RunMarker::TakeLostRuns(), IsEmpty());
@@ -58,6 +61,7 @@ TEST_F(TessalyWindowTest, EndsWhenItIsAskedToAndLeavesNoMark) {
 }
 
 TEST_F(TessalyWindowTest, EndsWhenItIsAskedToWhileItTellsWhatIsWrongWithAFile) {
+    if (!Program::CanSignal()) GTEST_SKIP() << "there is no console here";
     WriteFile(mFolder.Path("bad.tessaly"), "{]");
     const std::unique_ptr<Program> program = Start({mFolder.Path("bad.tessaly")});
     ASSERT_TRUE(WaitFor([this] { return HasMark(); })) << program->GetErrors();
@@ -69,8 +73,8 @@ TEST_F(TessalyWindowTest, EndsWhenItIsAskedToWhileItTellsWhatIsWrongWithAFile) {
 TEST_F(TessalyWindowTest, OneThatIsKilledIsALostRunForTheNextStart) {
     const std::unique_ptr<Program> program = Start({});
     ASSERT_TRUE(WaitFor([this] { return HasMark(); })) << program->GetErrors();
-    program->Signal(SIGKILL);
-    EXPECT_EQ(program->Wait(), -SIGKILL);
+    program->Signal(zeltests::Program::kKill);
+    EXPECT_EQ(program->Wait(), -zeltests::Program::kKill);
     EXPECT_EQ(RunMarker::TakeLostRuns().size(), 1u);
     EXPECT_THAT(RunMarker::TakeLostRuns(), IsEmpty());
 }
@@ -91,6 +95,8 @@ TEST_F(TessalyWindowTest, ATourWhoseDialogCannotBePicturedSaysSoAndFails) {
 }
 
 TEST_F(TessalyWindowTest, TheTourLeavesPicturesOfEveryWindowAndARenderedFile) {
+    if (FindInstalledPlugins().empty() && GetPluginVariables(ZEL_TESTPLUGINS_DIR).empty())
+        GTEST_SKIP() << "no plug-in is installed that could be shown";
     const std::string out = mFolder.Path("out");
     const std::unique_ptr<Program> program = Start({"tour", "--out", out});
     ASSERT_EQ(program->Wait(), 0) << program->GetErrors();
@@ -100,12 +106,15 @@ TEST_F(TessalyWindowTest, TheTourLeavesPicturesOfEveryWindowAndARenderedFile) {
         const std::string name = entry.path().filename().string();
         if (entry.path().extension() != ".png") continue;
         names.insert(name.substr(3));
-        const QImage picture(QString::fromStdString(entry.path().string()));
+        const QImage picture(QString::fromStdU16String(entry.path().u16string()));
         std::set<QRgb> colours;
         for (int x = 0; x < picture.width(); x += 3) {
             for (int y = 0; y < picture.height(); y += 3) colours.insert(picture.pixel(x, y));
         }
-        EXPECT_GT(colours.size(), 8u) << name;
+        // Editors of test plug-ins have one or two.
+        const bool isPlain =
+            !GetPluginVariables(ZEL_TESTPLUGINS_DIR).empty() && name.find("editor-") != std::string::npos;
+        EXPECT_GT(colours.size(), isPlain ? 0u : 8u) << name;
     }
     EXPECT_EQ(names, std::set<std::string>({"scan.png", "plug-in-manager.png", "window.png", "effect-menu.png",
                                             "editor-1.png", "editor-2.png", "editor-3.png", "parameters.png",

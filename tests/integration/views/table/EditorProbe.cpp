@@ -52,7 +52,7 @@ void EditorProbe::Run() {
     if (!ShowAndDraw()) return;
     Close();
     Say("again", 1);
-    Say("milliseconds", time.elapsed());
+    Say("milliseconds", static_cast<long>(time.elapsed()));
     Say("loop", static_cast<long>(mStage.GetLoop().GetCount()));
     SayLeft("left", before);
     CountUnderABareWindow();

@@ -1,0 +1,11 @@
+#include "SoundFileHandle.h"
+
+#include <sndfile.h>
+
+namespace tessaly {
+
+SoundFileHandle OpenSoundFile(const std::filesystem::path& path, int mode, SF_INFO& info) {
+    return SoundFileHandle(sf_open(path.c_str(), mode, &info));
+}
+
+}  // namespace tessaly

@@ -1,0 +1,25 @@
+# The libraries of others that programs on Windows need, beside the programs of the build: they run from there as they
+# lie. ZEL_WINDOWS_RUNTIME, …_PLATFORMS and …_STYLES name them, for what is installed.
+set(ZEL_WINDOWS_RUNTIME)
+foreach(name libgcc_s_seh-1.dll libstdc++-6.dll libwinpthread-1.dll)
+  execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=${name} OUTPUT_VARIABLE file
+                  OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+  if(NOT IS_ABSOLUTE "${file}")
+    message(FATAL_ERROR "The compiler has no ${name}")
+  endif()
+  list(APPEND ZEL_WINDOWS_RUNTIME ${file})
+endforeach()
+set(zel_qt_libraries Core Gui Widgets)
+if(ZEL_TESTS)
+  list(APPEND zel_qt_libraries Test)
+endif()
+foreach(name ${zel_qt_libraries})
+  list(APPEND ZEL_WINDOWS_RUNTIME ${ZEL_WINDOWS_CACHE}/qt/bin/Qt6${name}.dll)
+endforeach()
+list(APPEND ZEL_WINDOWS_RUNTIME ${ZEL_WINDOWS_CACHE}/libsndfile/bin/libsndfile.dll)
+file(GLOB ZEL_WINDOWS_PLATFORMS ${ZEL_WINDOWS_CACHE}/qt/plugins/platforms/*.dll)
+file(GLOB ZEL_WINDOWS_STYLES ${ZEL_WINDOWS_CACHE}/qt/plugins/styles/*.dll)
+
+file(COPY ${ZEL_WINDOWS_RUNTIME} DESTINATION ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
+file(COPY ${ZEL_WINDOWS_PLATFORMS} DESTINATION ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/platforms)
+file(COPY ${ZEL_WINDOWS_STYLES} DESTINATION ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/styles)

@@ -1,0 +1,7 @@
+#include "NodeWidgetAccessibility.h"
+
+namespace zelui {
+
+void InstallNodeWidgetAccessible() {}
+
+}  // namespace zelui

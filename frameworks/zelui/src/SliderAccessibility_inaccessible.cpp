@@ -1,0 +1,7 @@
+#include "SliderAccessibility.h"
+
+namespace zelui {
+
+void InstallSliderAccessible() {}
+
+}  // namespace zelui

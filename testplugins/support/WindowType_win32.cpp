@@ -1,0 +1,7 @@
+#include "support/WindowType.h"
+
+namespace zeltestplugins {
+
+const char* GetWindowType() { return "HWND"; }
+
+}  // namespace zeltestplugins

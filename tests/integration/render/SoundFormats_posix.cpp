@@ -1,0 +1,7 @@
+#include "SoundFormats.h"
+
+namespace zeltests {
+
+bool HasFormat(int) { return true; }
+
+}  // namespace zeltests

@@ -1,0 +1,2 @@
+// Compiled once, apart from the rest.
+#include <boost/json/src.hpp>

@@ -25,6 +25,8 @@ void ProcessSupport::PrepareServer() {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     const rlimit none = {0, 0};
     setrlimit(RLIMIT_CORE, &none);
+    // A result file that may not grow any more is an error to report, not the fault of the plug-in that is described.
+    std::signal(SIGXFSZ, SIG_IGN);
     const char* log = std::getenv("ZEL_SCANNER_LOG");
     int target = log && *log ? open(log, O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600) : -1;
     if (target < 0) target = open("/dev/null", O_RDWR | O_CLOEXEC);

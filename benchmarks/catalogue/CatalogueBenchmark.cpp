@@ -1,5 +1,7 @@
 // What saving and loading the catalogue costs by its size. For the price of a whole save there is one of the same bytes
 // written in the plainest way beside it.
+#include <malloc.h>
+
 #include <filesystem>
 #include <fstream>
 #include <random>
@@ -9,6 +11,8 @@
 
 #include <zelaudiofilterhost/PluginModuleInfoManager.h>
 #include <zelcore/Utf.h>
+
+#include "support/TableReporter.h"
 
 namespace {
 
@@ -145,6 +149,44 @@ BENCHMARK(SaveNothingNew)->Apply(Sizes);
 BENCHMARK(Load)->Apply(Sizes);
 BENCHMARK(RemoveAll)->Apply(Sizes);
 
+/// What an entry takes in memory, beside its line in the file.
+void AddMemoryRow() {
+    constexpr std::int64_t kEntries = 100000;
+    const TemporaryFolder folder;
+    Catalogue().LoadConfiguration(folder.FileOf("nothing"));
+    const auto getUsed = [] {
+        const struct mallinfo2 heap = mallinfo2();
+        return static_cast<double>(heap.uordblks + heap.hblkhd);
+    };
+    const double before = getUsed();
+    Fill(folder, kEntries);
+    const double perEntry = (getUsed() - before) / kEntries;
+    Catalogue().SaveConfiguration(folder.FileOf("a.xml"), true);
+    const double perLine = static_cast<double>(std::filesystem::file_size(folder.Path("a.xml"))) / kEntries;
+    zelbench::AddTableRow("memory of a catalogue entry", "bytes", perEntry, "its line in the file", perLine);
+}
+
+void AddRows(const zelbench::TableReporter& reporter) {
+    for (const char* const size : {"100", "10000", "100000"}) {
+        const std::string entries = std::string(size) + " entries";
+        reporter.AddRow("save a whole catalogue, " + entries, "us", std::string("SaveWhole/") + size,
+                        "write the same bytes", std::string("WriteSameBytesPlainly/") + size);
+    }
+    reporter.AddRow("save one change, 100000 entries", "us", "SaveOneChange/100000", "with 100 entries",
+                    "SaveOneChange/100");
+    reporter.AddRow("load, each of 100000 entries", "us", "Load/100000", "each of 100 entries", "Load/100", 100000.0,
+                    100.0);
+    reporter.AddRow("remove, each of 100000 entries", "us", "RemoveAll/100000", "each of 100 entries", "RemoveAll/100",
+                    100000.0, 100.0);
+}
+
 }  // namespace
 
-BENCHMARK_MAIN();
+int main(int argc, char** argv) {
+    benchmark::Initialize(&argc, argv);
+    zelbench::TableReporter reporter;
+    benchmark::RunSpecifiedBenchmarks(&reporter);
+    AddRows(reporter);
+    AddMemoryRow();
+    return 0;
+}

@@ -1,6 +1,7 @@
 /// Measures scanning as a user meets it, each figure beside a bare one of the same run:
 ///   - all plug-ins of this machine's folders, in the scanner process and in this one, beside a program that only loads
-///     and describes them one after the other (bare_scan);
+///     and describes them one after the other (bare_scan), and, where Debian's Ardour is installed, beside its scanner
+///     programs, a process for each plug-in as it starts them;
 ///   - how soon after the death of a scanner the next plug-in is loaded;
 ///   - the cost of one plug-in with a small and a large catalogue.
 /// Prints one line a figure. Usage: scan_benchmark [ROUNDS]
@@ -22,6 +23,8 @@
 #include <zelcore/Dir.h>
 #include <zelcore/Utf.h>
 #include <zelui/Application.h>
+
+#include "support/Table.h"
 
 namespace {
 
@@ -89,6 +92,36 @@ double ScanBare(const std::string& list) {
     return milliseconds;
 }
 
+/// Where Debian puts Ardour's programs.
+const fs::path kArdour = "/usr/lib/ardour7";
+
+bool IsArdourInstalled() {
+    return fs::exists(kArdour / "ardour-vst-scanner") && fs::exists(kArdour / "ardour-vst3-scanner");
+}
+
+/// The same plug-ins by Ardour's scanner programs. They keep what they find in the home folder, here a throw-away one.
+double ScanByArdour(const Profile& profile, const std::vector<PluginLocator>& locators) {
+    const std::string environment =
+        "HOME='" + profile.Path("home").string() + "' LD_LIBRARY_PATH='" + kArdour.string() + "' timeout 60 ";
+    return Measure([&] {
+        for (const PluginLocator& locator : locators) {
+            const bool isVst3 = locator.GetTechnologyType() == kTechnologyVST3;
+            const std::string program = (kArdour / (isVst3 ? "ardour-vst3-scanner" : "ardour-vst-scanner")).string();
+            const std::string path(UTF16to8(locator.GetPath()).c_str());
+            // What it says of the plug-in is its own affair; a plug-in that it does not like takes its time too.
+            if (std::system((environment + program + " -f -q '" + path + "' >/dev/null 2>&1").c_str()) == -1) return;
+        }
+    });
+}
+
+void CompareWithArdour(const Profile& profile, const std::vector<PluginLocator>& locators, double separate) {
+    const std::string what = "scan " + std::to_string(locators.size()) + " plug-ins, scanner process";
+    if (!IsArdourInstalled()) return zelbench::AddTableNote(what, "Ardour's scanner programs: not installed");
+    const double ardour = ScanByArdour(profile, locators);
+    std::printf("Ardour's scanner programs %8.1f ms  ratio %.3f\n", ardour, separate / ardour);
+    zelbench::AddTableRow(what, "ms", separate, "Ardour 7's scanner programs", ardour);
+}
+
 void WriteList(const fs::path& path, const std::vector<PluginLocator>& locators) {
     std::ofstream stream(path);
     for (const PluginLocator& locator : locators) stream << UTF16to8(locator.ToString()) << '\n';
@@ -115,6 +148,10 @@ void MeasureMachine(const Profile& profile, int rounds) {
     std::printf("bare loop                %9.1f ms\n", Median(bare));
     std::printf("scanner process          %9.1f ms  ratio %.3f\n", Median(separate), Median(separate) / Median(bare));
     std::printf("this process             %9.1f ms  ratio %.3f\n", Median(inside), Median(inside) / Median(bare));
+    const std::string what = "scan " + std::to_string(all.size()) + " plug-ins, ";
+    zelbench::AddTableRow(what + "scanner process", "ms", Median(separate), "bare load loop", Median(bare));
+    zelbench::AddTableRow(what + "in the application", "ms", Median(inside), "bare load loop", Median(bare));
+    CompareWithArdour(profile, all, Median(separate));
 }
 
 /// Copies of one test plug-in, each a file of its own.
@@ -168,6 +205,9 @@ void MeasureGrowth(const Profile& profile, bool separateProcess, int rounds) {
     std::printf("one small plug-in, %s: %.3f ms with 100 entries, %.3f ms with 10,000, ratio %.3f\n",
                 separateProcess ? "scanner process" : "this process", perPlugin[0], perPlugin[1],
                 perPlugin[1] / perPlugin[0]);
+    zelbench::AddTableRow(
+        std::string("scan one more of 10000, ") + (separateProcess ? "scanner process" : "in the application"), "ms",
+        perPlugin[1], "one more of 100", perPlugin[0]);
     profile.Empty();
 }
 

@@ -17,6 +17,8 @@
 #include <zelui/Application.h>
 #include <zelui/QtBridge.h>
 
+#include "support/TableReporter.h"
+
 namespace {
 
 using zelaudiofilterhost::AudioFilter;
@@ -128,5 +130,13 @@ int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const zelui::Application application(argc, argv);
     benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
+    zelbench::TableReporter reporter;
+    benchmark::RunSpecifiedBenchmarks(&reporter);
+    const std::string visible = "open/bare widgets, rows/" + std::to_string(kVisibleRows);
+    const std::string all = "open/bare widgets, rows/" + std::to_string(kManyParameters);
+    const std::string open = "open/generic editor, 2000 parameters";
+    reporter.AddRow("open a generic editor, 2000 parameters", "ms", open, "bare widgets of the rows in view", visible);
+    reporter.AddRow("open a generic editor, 2000 parameters", "ms", open, "bare widgets of all rows", all);
+    reporter.AddRow("scroll it by a notch", "ms", "scroll a notch/generic editor, 2000 parameters",
+                    "bare widgets of all rows", "scroll a notch/bare widgets, 2000 rows");
 }

@@ -21,6 +21,8 @@
 #include <zelui/Application.h>
 #include <zelui/QtBridge.h>
 
+#include "support/Table.h"
+
 namespace {
 
 using namespace zelaudiofilterhost;
@@ -159,6 +161,8 @@ bool Compare(const Plugin& plugin, const WindowSystem& windowSystem) {
     const double nestedTime = MedianOf(times[2]);
     std::printf("%-20s %9.2f %12.2f %7.3f %16.2f %7.3f\n", plugin.name, viewTime, bareTime, viewTime / bareTime,
                 nestedTime, viewTime / nestedTime);
+    zelbench::AddTableRow(std::string("open and close the editor of ") + plugin.name, "ms", viewTime, "a bare window",
+                          bareTime);
     return true;
 }
 

@@ -19,6 +19,7 @@
 #include <zeltransport/SocketTransport.h>
 
 #include "BarePingPong.h"
+#include "support/Table.h"
 
 namespace {
 
@@ -149,6 +150,9 @@ public:
         PrintRatio("median", 0.5);
         // On a machine that is busy with something else this one says more.
         PrintRatio("fastest", 0);
+        const double bare = GetTime("BareBytes", 0.5);
+        const double call = GetTime("RemoteCall", 0.5);
+        if (bare != 0 && call != 0) zelbench::AddTableRow("remote call and reply", "us", call, "bare Asio", bare);
     }
 
 private:

@@ -79,6 +79,8 @@ AudioPluginManager& AudioPluginManager::GetInstance() {
 
 void AudioPluginManager::CheckForCrashedPluginsAndNotifyUser(const zelui::drawbot::SupplierInterface* supplier,
                                                              HWND parent) {
+    // What a run that was killed while it saved left behind.
+    zelcore::utility::FileUtils::RemoveLeftovers(Dir::PrefDir());
     LoadBanLists();
     const File marker = AudioPluginScan::GetLastScannedPluginPath();
     if (marker.Exists()) {

@@ -8,6 +8,7 @@
 #include <zelcore/DebugDatabase.h>
 #include <zelcore/FileError.h>
 #include <zelcore/FileUtils.h>
+#include <zelcore/IPlatformByteStream.h>
 #include <zelcore/Localizer.h>
 #include <zelcore/Utf.h>
 #include <zelui/MessageBox.h>
@@ -34,7 +35,15 @@ void SaveCatalogue() { PluginModuleInfoManager::GetInstance().SaveConfiguration(
 
 void DeleteMarker() {
     const File marker = AudioPluginScan::GetLastScannedPluginPath();
-    if (marker.Exists()) marker.Delete();
+    if (!marker.Exists()) return;
+    try {
+        marker.Delete();
+    } catch (const zelcore::filesupport::FileError&) {
+        // One that stays would have the next start ban a plug-in that did nothing. An empty one blames nobody, and a
+        // folder that lets nothing be deleted may still let files be written.
+        zelcore::filesupport::IPlatformByteStream(marker, zelcore::filesupport::IPlatformByteStream::kWrite);
+        throw;
+    }
 }
 
 void ShowPosition(UI_ProgressDialog& dialog, const PluginLocator& locator, const ustring& text, int current,

@@ -1,6 +1,8 @@
 #include <zelaudiofilterhost/PluginModuleScanner.h>
 
+#include <algorithm>
 #include <exception>
+#include <new>
 #include <string>
 
 #include <zelcore/Utf.h>
@@ -8,6 +10,9 @@
 #include <zelaudiofilterhost/BannedPluginManager.h>
 #include <zelaudiofilterhost/PluginDescription.h>
 #include <zelaudiofilterhost/PluginModuleInfoManager.h>
+
+#include "PluginCall.h"
+#include "ResourceShortage.h"
 
 namespace zelaudiofilterhost {
 
@@ -27,12 +32,23 @@ boost::intrusive_ptr<PluginModuleInfo> ScanModule(const PluginLocator& locator, 
     return new PluginModuleInfo(locator, description.name, fingerprint, description.components);
 }
 
-/// The entry, or null and the reason. Plug-ins are other people's code: whatever they throw is about them, not about
+/// Why a plug-in is no entry.
+struct Verdict {
+    std::string reason;
+    bool isOfTheMoment = false;  ///< there was no memory, or something else that has little to do with the plug-in
+};
+
+/// The entry, or null and the verdict. Plug-ins are other people's code: whatever they throw is about them, not about
 /// the scan.
 boost::intrusive_ptr<PluginModuleInfo> TryToScan(const PluginLocator& locator, const PluginFingerprint& fingerprint,
-                                                 std::string& reason) {
+                                                 Verdict& verdict) {
+    std::string& reason = verdict.reason;
     try {
         return ScanModule(locator, fingerprint);
+    } catch (const PluginMemoryError& error) {
+        verdict = {error.what(), true};
+    } catch (const std::bad_alloc&) {
+        verdict = {"there was no memory left to describe it", true};
     } catch (const PluginLoadError& error) {
         reason = error.what();
     } catch (const std::exception& error) {
@@ -40,6 +56,7 @@ boost::intrusive_ptr<PluginModuleInfo> TryToScan(const PluginLocator& locator, c
     } catch (...) {
         reason = "threw an exception while it was loaded";
     }
+    verdict.isOfTheMoment = verdict.isOfTheMoment || IsShortOfResources();
     return nullptr;
 }
 
@@ -76,12 +93,14 @@ bool PluginModuleScanner::ContinueScan() {
     PluginModuleInfoManager& catalogue = PluginModuleInfoManager::GetInstance();
     // Taken before the plug-in is loaded: an update that comes meanwhile is then noticed by the next scan.
     const PluginFingerprint fingerprint = PluginFingerprint::Take(locator.GetPath());
-    std::string reason;
-    if (const auto info = TryToScan(locator, fingerprint, reason)) {
+    Verdict verdict;
+    if (const auto info = TryToScan(locator, fingerprint, verdict)) {
         catalogue.AddPluginInfo(info);
     } else {
-        if (reason.size() > kMaxReasonLength) reason.resize(kMaxReasonLength);
-        catalogue.AddFailure({locator, fingerprint, zelcore::utility::UTF8to16(reason)});
+        verdict.reason.resize(std::min(verdict.reason.size(), kMaxReasonLength));
+        // One of no file's state is tried again by the next scan.
+        const PluginFingerprint judged = verdict.isOfTheMoment ? PluginFingerprint() : fingerprint;
+        catalogue.AddFailure({locator, judged, zelcore::utility::UTF8to16(verdict.reason)});
     }
     return mNext < mLocators.size();
 }

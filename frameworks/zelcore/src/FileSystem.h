@@ -21,6 +21,14 @@ void MakeFolder(const ustring& path);
 enum Durability { kOutlivesProcess, kOutlivesPower };
 /// Makes `bytes` the content of the file in one step for whoever looks. Links are followed.
 void ReplaceFile(const ustring& path, std::string_view bytes, Durability durability);
+/// Deletes what processes that were killed in ReplaceFile left in that folder. Never throws: what cannot be deleted now
+/// is tried again the next time.
+void RemoveLeftovers(const ustring& folder) noexcept;
+/// What the temporary file of a process is called: this, its number, a dash, a count, and the other.
+constexpr std::string_view kTemporaryPrefix = ".zel-";
+constexpr std::string_view kTemporarySuffix = ".tmp";
+/// The process that a file of that name belongs to; 0 for any other file.
+unsigned long FindTemporaryOwner(std::string_view name);
 /// Renames a file. Returns false when `to` is taken; nothing is ever replaced.
 bool RenameToFreeName(const ustring& from, const ustring& to);
 /// The platform's number for "the file is too large".

@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -40,10 +41,13 @@ public:
         static std::atomic<unsigned> sCounter{0};
         const std::string folder = target.substr(0, target.rfind('/') + 1);
         do {
-            mPath = folder + ".zel-" + std::to_string(::getpid()) + "-" + std::to_string(sCounter++) + ".tmp";
+            mPath = folder + std::string(kTemporaryPrefix) + std::to_string(::getpid()) + "-" +
+                    std::to_string(sCounter++) + std::string(kTemporarySuffix);
             mDescriptor = ::open(mPath.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, 0666);
         } while (mDescriptor < 0 && (errno == EEXIST || errno == EINTR));
         if (mDescriptor < 0) throw FileError("write", mReportedPath, errno);
+        // Tells those who clean up that it is being written; goes with this process, however that ends.
+        ::flock(mDescriptor, LOCK_EX | LOCK_NB);
     }
     ~TemporaryFile() {
         if (mDescriptor >= 0) ::close(mDescriptor);

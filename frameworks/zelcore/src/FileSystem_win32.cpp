@@ -48,8 +48,9 @@ public:
         const std::wstring folder = target.substr(0, target.find_last_of(L"\\/") + 1);
         HANDLE handle = INVALID_HANDLE_VALUE;
         do {
-            mPath = folder + L".zel-" + std::to_wstring(GetCurrentProcessId()) + L"-" + std::to_wstring(sCounter++) +
-                    L".tmp";
+            mPath = folder + std::wstring(kTemporaryPrefix.begin(), kTemporaryPrefix.end()) +
+                    std::to_wstring(GetCurrentProcessId()) + L"-" + std::to_wstring(sCounter++) +
+                    std::wstring(kTemporarySuffix.begin(), kTemporarySuffix.end());
             handle = CreateFileW(mPath.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr, CREATE_NEW,
                                  FILE_ATTRIBUTE_NORMAL, nullptr);
         } while (handle == INVALID_HANDLE_VALUE && GetLastError() == ERROR_FILE_EXISTS);

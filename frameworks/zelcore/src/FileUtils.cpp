@@ -53,5 +53,9 @@ File FileUtils::KeepAside(const File& file, const ustring& suffix) {
     throw FileError("find a free name for", file.FullPath(), 0);
 }
 
+void FileUtils::RemoveLeftovers(const filesupport::Dir& folder) noexcept {
+    filesupport::RemoveLeftovers(folder.FullPath());
+}
+
 }  // namespace utility
 }  // namespace zelcore

@@ -87,6 +87,14 @@ TEST_F(CrashCheckTest, WithoutAMarkerTheListsAndTheCatalogueAreLoadedAndNobodyIs
     EXPECT_THAT(mMessages, IsEmpty());
 }
 
+TEST_F(CrashCheckTest, WhatARunThatWasKilledWhileItSavedLeftBehindGoes) {
+    // No system gives that number to a process.
+    const std::string leftover = mPreferences.GetFolder().Path(".zel-2147483647-3.tmp");
+    WriteFile(leftover, "<audioplugins");
+    Check();
+    EXPECT_FALSE(std::filesystem::exists(leftover));
+}
+
 TEST_F(CrashCheckTest, AMissingPermanentListIsWrittenWithTheShippedRowsAndLoaded) {
     Check();
     EXPECT_EQ(ReadFile(GetPermanentBans()), std::string("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n") +

@@ -1,6 +1,7 @@
 #include <csignal>
 
 #include <gmock/gmock.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -52,6 +53,17 @@ TEST_F(ScanServerPosixTest, EndsWhenTheHostDies) {
     kill(host, SIGKILL);
     waitpid(host, nullptr, 0);
     EXPECT_TRUE(WaitFor([before] { return ProcessList::CountScanners() == before; }));
+}
+
+TEST_F(ScanServerPosixTest, ResultFileThatMayNotGrowIsAnErrorAndNotThePluginsFault) {
+    RawClient client;
+    ASSERT_TRUE(client.Connect());
+    client.Call("Connect", GetConnectParameters());
+    client.Call("BeginScanForPlugins", "[[\"2||" + TestPlugin("vst/good/zel_gain" ZEL_MODULE) + "\"]]");
+    const rlimit limit = {100, 100};
+    ASSERT_EQ(0, prlimit(static_cast<pid_t>(ScannerProcess::GetId(mProcess)), RLIMIT_FSIZE, &limit, nullptr));
+    EXPECT_THAT(client.Call("ScanOneEntity", "[]"), testing::HasSubstr("\"error\""));
+    EXPECT_TRUE(ScannerProcess::IsRunning(mProcess));
 }
 
 }  // namespace zeltests

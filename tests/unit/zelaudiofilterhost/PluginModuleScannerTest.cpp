@@ -87,6 +87,13 @@ TEST_F(PluginModuleScannerTest, WhatWasScannedIsNotNewUntilItChanges) {
               (std::vector<PluginLocator>{mText, mShell}));
 }
 
+TEST_F(PluginModuleScannerTest, PluginThatGotNoMemoryIsTriedAgainByTheNextScan) {
+    const PluginLocator poor = Copy("vst/bad/no_memory_when_opened" ZEL_MODULE);
+    Scan({mGain, mShell, mText, poor});
+    EXPECT_EQ(ReasonOf(poor), "got no memory when it was opened");
+    EXPECT_EQ(Catalogue().CollectPotentialPluginsIn({mFolder.UPath("")}, true), std::vector<PluginLocator>{poor});
+}
+
 TEST_F(PluginModuleScannerTest, NothingIsAnnouncedBeforeTheBeginningAfterTheEndOrForAnEmptyList) {
     const boost::intrusive_ptr<PluginModuleScanner> scanner(new PluginModuleScanner({mText}, false));
     PluginLocator locator = mGain;

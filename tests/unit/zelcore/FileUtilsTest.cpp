@@ -123,3 +123,10 @@ TEST(FileUtilsTest, KeepAsideOfWhatIsNotThereIsAnError) {
     EXPECT_THROW(FileUtils::KeepAside(File(folder.UPath("missing")), UTF8to16(".bad")), FileError);
     EXPECT_EQ(zeltests::ReadFile(folder.Path("missing.bad")), "x");
 }
+
+TEST(FileUtilsTest, LeftoversOfAFolderThatIsNotThereAreNone) {
+    const ThrowAwayFolder folder;
+    FileUtils::RemoveLeftovers(zelcore::filesupport::Dir(folder.UPath("none")));
+    FileUtils::RemoveLeftovers(zelcore::filesupport::Dir());
+    EXPECT_EQ(CountEntries(folder), 0u);
+}

@@ -1,10 +1,15 @@
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
+#include <filesystem>
 #include <string>
+#include <vector>
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <support/ThrowAwayFolder.h>
 #include <support/WaitFor.h>
+#include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -41,6 +46,22 @@ private:
     rlimit mBefore{};
     void (*mHandler)(int);
 };
+
+std::vector<std::string> ListEntries(const ThrowAwayFolder& folder) {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(folder.GetPath()))
+        names.push_back(entry.path().filename().string());
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+/// The number of a process that has ended.
+pid_t MakeGoneProcess() {
+    const pid_t process = ::fork();
+    if (process == 0) ::_exit(0);
+    ::waitpid(process, nullptr, 0);
+    return process;
+}
 
 const std::string kShort(50000, 'A');
 const std::string kLong(150000, 'B');
@@ -106,4 +127,31 @@ TEST(FileUtilsTest, FilesThatAnnounceNoLengthAreReadAndBoundedAllTheSame) {
     const std::string text = FileUtils::ReadFileToString(status, 1 << 20);
     EXPECT_NE(text.find("Name:"), std::string::npos);
     EXPECT_THROW(FileUtils::ReadFileToString(status, 10), FileError);
+}
+
+TEST(FileUtilsTest, LeftoversOfProcessesThatAreGoneAreDeletedAndEverythingElseStays) {
+    const ThrowAwayFolder folder;
+    const std::string gone = ".zel-" + std::to_string(MakeGoneProcess());
+    const std::string own = ".zel-" + std::to_string(::getpid()) + "-7.tmp";
+    const std::vector<std::string> others = {own,           gone,           gone + "-0", gone + "-0.tmp~",
+                                             ".zel--0.tmp", ".zel-x-0.tmp", "a"};
+    for (const std::string& name : others) zeltests::WriteFile(folder.Path(name), "x");
+    zeltests::WriteFile(folder.Path(gone + "-0.tmp"), "half");
+    zeltests::WriteFile(folder.Path(gone + "-12.tmp"), "");
+    FileUtils::RemoveLeftovers(folder.GetDir());
+    std::vector<std::string> expected = others;
+    std::sort(expected.begin(), expected.end());
+    EXPECT_EQ(ListEntries(folder), expected);
+}
+
+TEST(FileUtilsTest, LeftoverThatSomebodyWhoIsNotSeenHereStillWritesStays) {
+    const ThrowAwayFolder folder;
+    const std::string name = ".zel-" + std::to_string(MakeGoneProcess()) + "-0.tmp";
+    const int file = ::open(folder.Path(name).c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
+    ASSERT_EQ(::flock(file, LOCK_EX), 0);
+    FileUtils::RemoveLeftovers(folder.GetDir());
+    EXPECT_EQ(CountEntries(folder), 1u);
+    ::close(file);
+    FileUtils::RemoveLeftovers(folder.GetDir());
+    EXPECT_EQ(CountEntries(folder), 0u);
 }

@@ -6,7 +6,8 @@
 namespace zelaudiofilterhost {
 
 /// A candidate that was looked at and is no working plug-in. Remembered, so that the next scan of new plug-ins passes
-/// it over until its file changes.
+/// it over until its file changes. One that was looked at when there was no memory or no descriptor left for it has no
+/// fingerprint, and is tried again.
 struct PluginScanFailure {
     /// Which plug-in it is.
     PluginLocator locator;

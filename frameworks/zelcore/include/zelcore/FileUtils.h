@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include <zelcore/Dir.h>
 #include <zelcore/File.h>
 
 namespace zelcore {
@@ -28,6 +29,10 @@ public:
     /// Renames `file` to a free name beside it (its name, `suffix`, and a number when that is taken) and returns that
     /// file. For what cannot be understood and must not be lost. Throws filesupport::FileError.
     static filesupport::File KeepAside(const filesupport::File& file, const ustring& suffix);
+
+    /// Deletes the new files that processes which were killed in the middle of one of the writes above left in that
+    /// folder. Those of processes that still run stay. Costs one look at the folder; throws nothing.
+    static void RemoveLeftovers(const filesupport::Dir& folder) noexcept;
 };
 
 }  // namespace utility

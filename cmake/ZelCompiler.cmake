@@ -36,13 +36,15 @@ if(ZEL_UNITY)
   set(CMAKE_UNITY_BUILD ON)
   set(CMAKE_UNITY_BUILD_BATCH_SIZE 10)
   # Classes of a source that hold what is private to that source: all sources but the first look like headers here.
-  add_compile_options(-Wno-subobject-linkage)
+  add_compile_options($<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
 endif()
 
 # What our own code is held to; headers of dependencies are system headers and stay out of it.
 add_library(zel_warnings INTERFACE)
 # Whoever builds a release may have a compiler that we have not met, which must not keep them from it by what it warns of.
 target_compile_options(zel_warnings INTERFACE -Wall -Wextra -Wconversion -Wshadow $<$<NOT:$<CONFIG:Release>>:-Werror>)
+# GCC has it without being asked.
+add_compile_options($<$<CXX_COMPILER_ID:Clang>:-fsized-deallocation>)
 # GCC 12 sees overlapping and endless copies in its own std::string operator+ once it optimises as far as a release does.
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
   foreach(warning restrict stringop-overflow array-bounds)
@@ -51,10 +53,23 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_L
 endif()
 
 if(ZEL_SANITIZE)
-  # Sanitizer builds see more paths than the optimiser can follow and warn where nothing is wrong.
-  set(ZEL_SANITIZE_COMPILE -fsanitize=${ZEL_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all
-      -Wno-error=maybe-uninitialized -Wno-error=stringop-overflow -Wno-error=array-bounds)
+  set(ZEL_SANITIZE_COMPILE -fsanitize=${ZEL_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    # Sanitizer builds see more paths than the optimiser can follow and warn where nothing is wrong.
+    list(APPEND ZEL_SANITIZE_COMPILE
+         -Wno-error=maybe-uninitialized -Wno-error=stringop-overflow -Wno-error=array-bounds)
+  endif()
   set(ZEL_SANITIZE_LINK -fsanitize=${ZEL_SANITIZE})
   add_compile_options(${ZEL_SANITIZE_COMPILE})
   add_link_options(${ZEL_SANITIZE_LINK})
+endif()
+
+if(ZEL_FUZZ)
+  if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+    message(FATAL_ERROR "The fuzzers are built by Clang: cmake --preset fuzz")
+  endif()
+  # Clang takes private names of sources that are compiled together for shadows of each other.
+  target_compile_options(zel_warnings INTERFACE -Wno-shadow)
+  # What a fuzzer finds its way by: the code that an input reaches, and what it is compared with there.
+  add_compile_options(-fsanitize=fuzzer-no-link)
 endif()

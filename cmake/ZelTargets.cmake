@@ -33,11 +33,17 @@ function(zel_sources_of variable folder)
   set(${variable} ${sources} PARENT_SCOPE)
 endfunction()
 
+# Fuzzers call what the libraries keep to themselves.
+set(ZEL_FRAMEWORK_KIND SHARED)
+if(ZEL_FUZZ)
+  set(ZEL_FRAMEWORK_KIND STATIC)
+endif()
+
 # zel_framework(<name> PUBLIC <libs…> PRIVATE <libs…>): a shared library from src/*.cpp with headers in include/.
 function(zel_framework name)
   cmake_parse_arguments(ARG "" "" "PUBLIC;PRIVATE" ${ARGN})
   zel_sources(sources ${CMAKE_CURRENT_SOURCE_DIR}/src)
-  add_library(${name} SHARED ${sources})
+  add_library(${name} ${ZEL_FRAMEWORK_KIND} ${sources})
   target_include_directories(${name}
     PUBLIC $<BUILD_INTERFACE:${CMAKE_CURRENT_SOURCE_DIR}/include> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>
     PRIVATE ${CMAKE_CURRENT_SOURCE_DIR}/src)

@@ -1,6 +1,7 @@
 #include <zelcore/Localizer.h>
 
 #include <algorithm>
+#include <cstdint>
 
 #include <zelcore/IPlatformByteStream.h>
 #include <zelcore/Serialization.h>
@@ -16,7 +17,8 @@ constexpr std::string_view kKeyStart = "$$$/";
 
 std::string ReadDictionary(const filesupport::File& file) {
     filesupport::IPlatformByteStream stream(file, filesupport::IPlatformByteStream::kRead);
-    std::string bytes(kMaxDictionaryBytes + 1, '\0');
+    // One byte more than there should be tells whether there is more.
+    std::string bytes(std::min<std::uint64_t>(stream.Length(), kMaxDictionaryBytes) + 1, '\0');
     bytes.resize(stream.ReadBlock(bytes.data(), bytes.size()));
     if (bytes.size() > kMaxDictionaryBytes) throw serialization::SerializationError("the dictionary is too large");
     return bytes;

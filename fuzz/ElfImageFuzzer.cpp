@@ -6,7 +6,7 @@
 #include <elf.h>
 #include <link.h>
 
-#include "ElfImage.h"
+#include "LibraryImage.h"
 #include "support/Expect.h"
 #include "support/FuzzInput.h"
 #include "support/ScratchFolder.h"

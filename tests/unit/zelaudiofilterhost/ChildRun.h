@@ -13,6 +13,9 @@ public:
     static constexpr int kDescribed = 42;
     static constexpr int kRefused = 43;
 
+    /// What becomes of the child when the plug-in crashes while the system loads it, as GetState says it.
+    static const char* const kCrashedLoading;
+
     /// `plugin` is a name as TestPlugin takes it.
     explicit ChildRun(const std::string& plugin);
     /// Kills the child if it still runs.

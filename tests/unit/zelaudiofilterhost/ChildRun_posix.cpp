@@ -11,6 +11,8 @@
 
 namespace zeltests {
 
+const char* const ChildRun::kCrashedLoading = "crashed";
+
 namespace {
 
 pid_t ToPid(std::intptr_t process) { return static_cast<pid_t>(process); }

@@ -13,6 +13,9 @@
 
 namespace zeltests {
 
+// The system catches it and says that the module cannot be loaded.
+const char* const ChildRun::kCrashedLoading = "code 43";
+
 namespace {
 
 constexpr DWORD kAborted = 0xC0000409;

@@ -6,6 +6,7 @@
 #include <sndfile.h>
 
 #include "../render/Sound.h"
+#include "../render/SoundFormats.h"
 #include "AudioFileError.h"
 #include "support/ThrowAwayFolder.h"
 
@@ -20,6 +21,7 @@ TEST(AudioFileReaderTest, ASeekIsToTheFrameAlsoWhereItWasReadBefore) {
     for (const int format :
          {SF_FORMAT_WAV | SF_FORMAT_FLOAT, SF_FORMAT_WAV | SF_FORMAT_PCM_16, SF_FORMAT_AIFF | SF_FORMAT_PCM_24,
           SF_FORMAT_FLAC | SF_FORMAT_PCM_24, SF_FORMAT_OGG | SF_FORMAT_VORBIS}) {
+        if (!HasFormat(format)) continue;
         const std::string path = folder.Path("in");
         WriteSound(path, sound, format);
         const Sound whole = ReadSound(path);

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 #include <sndfile.h>
 
+#include "../render/SoundFormats.h"
 #include "AudioFileError.h"
 #include "PlayerStage.h"
 #include "support/ThrowAwayFolder.h"
@@ -65,7 +66,9 @@ TEST_F(FileFeederTest, ALoopGoesOnWithoutAGap) {
 }
 
 TEST_F(FileFeederTest, ASoundOfOneFrameLoops) {
-    FileFeeder feeder(Write("in.flac", MakeLevel(1, 1, 0.5f), SF_FORMAT_FLAC | SF_FORMAT_PCM_16), "", 0);
+    // The smallest file of a kind whose decoder works in blocks, where there is one.
+    const int flac = SF_FORMAT_FLAC | SF_FORMAT_PCM_16;
+    FileFeeder feeder(Write("in", MakeLevel(1, 1, 0.5f), HasFormat(flac) ? flac : 0), "", 0);
     WaitForSound(feeder);
     const Fed fed = FeedFrames(feeder, 1, true, kRate);
     EXPECT_THAT(fed.kinds, Each(FileFeeder::kSound));

@@ -119,7 +119,7 @@ void Round::Disturb() {
     if (hasEnded) CheckEnd(code);
 }
 
-void Round::KillFromOutside(const Program& host, bool& isHostKilled, bool& isScannerKilled) {
+void Round::KillFromOutside(Program& host, bool& isHostKilled, bool& isScannerKilled) {
     const auto passed = std::chrono::duration_cast<std::chrono::milliseconds>(steady_clock::now() - mBegin).count();
     if (!isHostKilled && passed >= mPlan.killHostAfter) {
         host.Signal(SIGKILL);

@@ -33,7 +33,7 @@ private:
     typedef std::vector<std::string> Words;
 
     void Disturb();
-    void KillFromOutside(const zeltests::Program& host, bool& isHostKilled, bool& isScannerKilled);
+    void KillFromOutside(zeltests::Program& host, bool& isHostKilled, bool& isScannerKilled);
     void Look();
 
     Words GetEnvironment(bool isDisturbed) const;

@@ -14,6 +14,8 @@ patched() {
     printf "$1" | dd of="$folder/$name$ending" bs=1 seek=$((place)) conv=notrunc 2> /dev/null
 }
 
+# What an earlier one made and this one does not is gone.
+rm -rf "$folder"
 mkdir -p "$folder/folder$ending" "$folder/NoBinary.vst3/Contents/Resources" "$folder/OtherPlatform.vst3/Contents/MacOS"
 : > "$folder/empty$ending"
 head -c 100 "$good" > "$folder/cut_off$ending"

@@ -78,6 +78,8 @@ std::vector<std::string> ScanFixture::GetRequests() const { return ReadLines(mSc
 
 std::size_t ScanFixture::CountLaunches() const { return ReadLines(mScriptFolder.Path("launches")).size(); }
 
+void ScanFixture::RemoveScanner() { Dir::SetAppDir(mAppFolder.GetDir()); }
+
 void ScanFixture::Release(const std::string& name) const { WriteFile(mScriptFolder.Path(name), ""); }
 
 QDialog* ScanFixture::FindDialog() {

@@ -35,6 +35,8 @@ protected:
     /// Lines of the scripted scanner's log, and how often it was started.
     std::vector<std::string> GetRequests() const;
     std::size_t CountLaunches() const;
+    /// From now on there is no scanner where it is looked for.
+    void RemoveScanner();
     /// Makes the file that a script waits for.
     void Release(const std::string& name) const;
 

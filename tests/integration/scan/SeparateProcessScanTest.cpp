@@ -221,7 +221,6 @@ TEST_F(SeparateProcessScanTest, RepliesThatMakeNoSenseEndTheScanAndBanNobody) {
         Scan({mOne});
         EXPECT_THAT(GetBanned(), IsEmpty()) << nonsense;
         EXPECT_FALSE(FindDialog());
-        std::filesystem::remove(mAppFolder.Path("zelaudiofilterscan.exe"));
     }
 }
 
@@ -234,7 +233,6 @@ TEST_F(SeparateProcessScanTest, ErrorReplyToAnyRequestEndsTheScanWithoutARetry) 
         Scan({mOne});
         EXPECT_EQ(before + 1, CountLaunches());
         EXPECT_THAT(GetBanned(), IsEmpty());
-        std::filesystem::remove(mAppFolder.Path("zelaudiofilterscan.exe"));
     }
 }
 
@@ -244,7 +242,6 @@ TEST_F(SeparateProcessScanTest, MalformedBytesFromTheScannerEndOrRestartTheScanW
         Scan({mOne});
         EXPECT_THAT(GetBanned(), IsEmpty()) << bytes;
         EXPECT_FALSE(FindDialog());
-        std::filesystem::remove(mAppFolder.Path("zelaudiofilterscan.exe"));
     }
 }
 
@@ -261,7 +258,6 @@ TEST_F(SeparateProcessScanTest, RepliesInSingleBytesAndTwiceAreHarmless) {
         {"listen\nbytewise\nvalue null\nvalue null\n" + Next(mOne, 1, 1) + Result("/p/one.so") + End(1)});
     Scan({mOne});
     EXPECT_THAT(GetCatalogued(), ElementsAre("/p/one.so"));
-    std::filesystem::remove(mAppFolder.Path("zelaudiofilterscan.exe"));
     UseScriptedScanner({"listen\ntwice null\nvalue null\n" + std::string(End(0))});
     Scan({mOne});
     EXPECT_THAT(GetBanned(), IsEmpty());
@@ -285,7 +281,6 @@ TEST_F(SeparateProcessScanTest, HostileResultFilesAddNothingAndEndNothing) {
             {kHello + Next(mOne, 1, 2) + "result " + json + "\n" + Next(mTwo, 2, 2) + Result("/p/two.so") + End(2)});
         Scan({mOne, mTwo});
         EXPECT_THAT(GetCatalogued(), ElementsAre("/p/two.so")) << text;
-        std::filesystem::remove(mAppFolder.Path("zelaudiofilterscan.exe"));
     }
 }
 
@@ -377,7 +372,7 @@ TEST_F(SeparateProcessScanTest, RestartThatFailsLeavesTheDialogUntilTheUserClose
     UseScriptedScanner({kHello + Next(mOne, 1, 2) + "wait go\ncrash\n"});
     WhenTrue([this] { return mShown.size() == 1; },
              [this] {
-                 std::filesystem::remove(mAppFolder.Path("zelaudiofilterscan.exe"));
+                 RemoveScanner();
                  Release("go");
              });
     bool stillOpen = false;

@@ -133,7 +133,7 @@ private:
         }
     }
     static std::size_t CountWindowsNow() { return Footprint::Take().windows; }
-    static void Compare(const Footprint& before, const Footprint& after, std::size_t openings) {
+    static void Compare(const Footprint& before, const Footprint& after, [[maybe_unused]] std::size_t openings) {
         EXPECT_LE(after.descriptors, before.descriptors);
         EXPECT_LE(after.windows, before.windows);
         EXPECT_LE(after.threads, before.threads);

@@ -10,6 +10,7 @@ namespace tessaly {
 class Console {
 public:
     Console();
+    // Nothing on some platforms.  NOLINTNEXTLINE(performance-trivially-destructible)
     ~Console();
     Console(const Console&) = delete;
     Console& operator=(const Console&) = delete;

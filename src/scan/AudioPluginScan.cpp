@@ -41,7 +41,8 @@ void DeleteMarker() {
     } catch (const zelcore::filesupport::FileError&) {
         // One that stays would have the next start ban a plug-in that did nothing. An empty one blames nobody, and a
         // folder that lets nothing be deleted may still let files be written.
-        zelcore::filesupport::IPlatformByteStream(marker, zelcore::filesupport::IPlatformByteStream::kWrite);
+        const zelcore::filesupport::IPlatformByteStream emptied(marker,
+                                                                zelcore::filesupport::IPlatformByteStream::kWrite);
         throw;
     }
 }
